@@ -1,0 +1,29 @@
+# The Linux side: Win32 over winhost, and everything that only developers and makers run.
+find_package(Threads REQUIRED)
+find_package(ZLIB REQUIRED)
+find_package(SQLite3 REQUIRED)
+find_package(OpenSSL REQUIRED)
+find_package(nlohmann_json REQUIRED)
+find_package(pugixml REQUIRED)
+
+file(GLOB_RECURSE WINHOST_SOURCES CONFIGURE_DEPENDS winhost/*.cpp)
+list(FILTER WINHOST_SOURCES EXCLUDE REGEX "/winhost/programs/")
+add_library(winhost STATIC ${WINHOST_SOURCES})
+target_include_directories(winhost SYSTEM PUBLIC winhost/include)
+target_include_directories(winhost PRIVATE ${CMAKE_SOURCE_DIR})
+target_link_libraries(winhost PRIVATE vanta_warnings
+  PUBLIC nlohmann_json::nlohmann_json SQLite::SQLite3 OpenSSL::Crypto pugixml::pugixml Threads::Threads ${CMAKE_DL_LIBS})
+
+target_link_libraries(setup_core PUBLIC winhost ZLIB::ZLIB)
+
+# For developer-side code (tools, tests, benchmarks), which may look at winhost's inside.
+add_library(vanta_inside INTERFACE)
+target_include_directories(vanta_inside INTERFACE ${CMAKE_SOURCE_DIR})
+target_link_libraries(vanta_inside INTERFACE setup_core winhost vanta_warnings)
+
+enable_testing()
+foreach(part IN ITEMS winhost/programs src/app tools/vantakit payload tests tests/seam tests/fuzz tests/bench)
+  if(EXISTS ${CMAKE_SOURCE_DIR}/${part}/CMakeLists.txt)
+    add_subdirectory(${part})
+  endif()
+endforeach()

@@ -1,0 +1,11 @@
+# Puts the sample product together anew, so that nothing of an earlier build stays in it, and counts it.
+file(REMOVE_RECURSE ${PRODUCT})
+string(REPLACE "," ";" sources "${SOURCES}")
+foreach(source IN LISTS sources)
+  file(COPY ${source}/ DESTINATION ${PRODUCT})
+endforeach()
+file(GLOB_RECURSE files RELATIVE ${PRODUCT} ${PRODUCT}/*)
+list(LENGTH files count)
+if(NOT count EQUAL 44)
+  message(FATAL_ERROR "the sample product is to have 44 files and has ${count}")
+endif()

@@ -1,0 +1,5 @@
+#include "app/process.h"
+
+#include <windows.h>
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) { return vanta::RunProcess(); }

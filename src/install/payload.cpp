@@ -1,0 +1,28 @@
+#include "install/payload.h"
+
+#include "app/install_state.h"
+#include "base/resource.h"
+#include "install/setup_messages.h"
+#include "install/zip/zip_reader.h"
+
+namespace vanta {
+
+bool openEmbeddedFilesArchive() {
+  const std::string_view bytes = FindOwnResource(MAKEINTRESOURCEW(kPayloadResource), RT_RCDATA);
+  if (bytes.empty()) {
+    PostSetupStatus(SetupStatus::ErrorNoEmbeddedFile);
+    return false;
+  }
+  ClosePayload();
+  InstallState& state = GetInstallState();
+  state.payload = OpenFromMemory(bytes.data(), bytes.size(), nullptr);
+  return state.payload != nullptr;
+}
+
+void ClosePayload() {
+  InstallState& state = GetInstallState();
+  if (state.payload) Close(state.payload);
+  state.payload = nullptr;
+}
+
+}  // namespace vanta

@@ -1,0 +1,7 @@
+#include "setupui/setup_window.h"
+
+namespace vanta {
+
+HWND CreateSetupWindow() { return nullptr; }
+
+}  // namespace vanta

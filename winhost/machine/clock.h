@@ -1,0 +1,20 @@
+// A machine's clock. Facts say where it stands at the machine's making and how fast it runs; its advance (by sleeping
+// on a standing clock) is shared by all processes of the machine.
+#pragma once
+
+#include <cstdint>
+
+namespace winhost {
+
+// 100 ns units since 1601, UTC.
+std::uint64_t MachineTime100ns();
+// Milliseconds since the machine's start, wrapping nowhere (GetTickCount cuts it to 32 bits).
+std::uint64_t MachineTicksMs();
+// Lets `ms` of machine time pass: really sleeps ms/speed; a clock that stands is moved on instead, at once.
+void MachineSleepMs(std::uint64_t ms);
+// How long, in real nanoseconds, a wait with this machine time-out may block. On a standing clock a wait that would
+// block is given a short real grace for other threads and, when it then times out, PassWaitedMs moves the clock.
+std::uint64_t RealWaitNs(std::uint32_t ms);
+void PassWaitedMs(std::uint32_t ms);
+
+}  // namespace winhost
