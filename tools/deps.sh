@@ -1,16 +1,20 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a group of targets needs. Silent and quick when nothing is missing.
-#   tools/deps.sh GROUP      build | test | wine | bench | lint
+#   tools/deps.sh GROUP      build | run | test | wine | bench | lint
 set -euo pipefail
 
 build=(g++ clang cmake ninja-build ccache make pkg-config python3 git zlib1g-dev libsqlite3-dev libssl-dev
        nlohmann-json3-dev libpugixml-dev libarchive-dev libgtest-dev osslsigncode openssl librsvg2-bin icoutils libnanosvg-dev
-       g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 libz-mingw-w64-dev)
+       g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 libz-mingw-w64-dev libcurl4-openssl-dev ca-certificates
+       libcairo2-dev libpango1.0-dev libfontconfig-dev libgdk-pixbuf-2.0-dev libxcb1-dev
+       libxcb-shape0-dev libxcb-icccm4-dev libxcb-keysyms1-dev fonts-wqy-microhei)
 case "${1:?group}" in
   build)   need=("${build[@]}") ;;
-  test)    need=(libclang-rt-14-dev zip unzip p7zip-full libarchive-tools) ;;
+  run)     need=(nginx-light) ;;
+  test)    need=(nginx-light libclang-rt-14-dev zip unzip p7zip-full libarchive-tools xvfb xdotool twm) ;;
   wine)    need=(wine64 wine xvfb xauth) ;;
   bench)   need=(unzip p7zip-full libarchive-tools time) ;;
+  gallery) need=(imagemagick) ;;
   lint)    need=(clang-format python3 binutils) ;;
   *) echo "deps: no group named $1" >&2; exit 2 ;;
 esac
@@ -51,7 +55,17 @@ add_next_release() {
     "${as_root[@]}" tee /etc/apt/preferences.d/vanta-next-release >/dev/null
 }
 
+# No server package may start its service: our own tests run the servers they need. Where nothing says so already,
+# this does until the installation is over.
+hold_services() {
+  [[ ! -e /usr/sbin/policy-rc.d ]] || return 0
+  printf '#!/bin/sh\nexit 101\n' | "${as_root[@]}" tee /usr/sbin/policy-rc.d >/dev/null
+  "${as_root[@]}" chmod 755 /usr/sbin/policy-rc.d
+  trap 'rm -f "$log"; "${as_root[@]}" rm -f /usr/sbin/policy-rc.d' EXIT
+}
+
 echo "deps: installing ${missing[*]}" >&2
+hold_services
 quietly apt-get update
 if [[ " ${missing[*]} " == *" libnanosvg-dev "* ]] && [[ $(apt-cache policy libnanosvg-dev) != *"Candidate: "[0-9]* ]]; then
   add_next_release

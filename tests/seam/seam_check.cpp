@@ -4,8 +4,9 @@
 #include <stdio.h>
 
 int main() {
-  const std::span<const SeamCheck> groups[] = {FileChecks(), PathChecks(),    RegistryChecks(),
-                                               TextChecks(), ProcessChecks(), ComChecks()};
+  const std::span<const SeamCheck> groups[] = {FileChecks(),    PathChecks(),    RegistryChecks(), TextChecks(),
+                                               ProcessChecks(), ComChecks(),     DeviceChecks(),   NetChecks(),
+                                               WindowChecks(),  GraphicsChecks()};
   int failures = 0;
   for (const std::span<const SeamCheck>& group : groups) {
     for (const SeamCheck& check : group) {

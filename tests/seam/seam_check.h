@@ -10,8 +10,12 @@ struct SeamCheck {
 };
 
 std::span<const SeamCheck> ComChecks();
+std::span<const SeamCheck> DeviceChecks();
 std::span<const SeamCheck> FileChecks();
+std::span<const SeamCheck> GraphicsChecks();
+std::span<const SeamCheck> NetChecks();
 std::span<const SeamCheck> PathChecks();
 std::span<const SeamCheck> ProcessChecks();
 std::span<const SeamCheck> RegistryChecks();
 std::span<const SeamCheck> TextChecks();
+std::span<const SeamCheck> WindowChecks();

@@ -28,6 +28,10 @@ LPVOID WINAPI CoTaskMemAlloc(SIZE_T bytes);
 LPVOID WINAPI CoTaskMemRealloc(LPVOID memory, SIZE_T bytes);
 void WINAPI CoTaskMemFree(LPVOID memory);
 
+// A stream over a movable block, or over a new one when it is null. `release`: the last Release frees the block.
+HRESULT WINAPI CreateStreamOnHGlobal(HGLOBAL memory, BOOL release, LPSTREAM* stream);
+HRESULT WINAPI GetHGlobalFromStream(LPSTREAM stream, HGLOBAL* memory);
+
 HRESULT WINAPI CoCreateGuid(GUID* guid);
 // "{8-4-4-4-12}"; answers the characters written with terminator, 0 where they do not fit.
 int WINAPI StringFromGUID2(REFGUID guid, LPOLESTR text, int capacity);

@@ -48,6 +48,9 @@ LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR sub_key, DWORD reserved, LPWSTR
 LSTATUS WINAPI RegCloseKey(HKEY key);
 LSTATUS WINAPI RegQueryValueExW(HKEY key, LPCWSTR value, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD bytes);
 LSTATUS WINAPI RegSetValueExW(HKEY key, LPCWSTR value, DWORD reserved, DWORD type, const BYTE* data, DWORD bytes);
+// The same in bytes of the ANSI code page; only texts (REG_SZ, REG_EXPAND_SZ) are converted. Faults: as the wide calls.
+LSTATUS WINAPI RegQueryValueExA(HKEY key, LPCSTR value, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD bytes);
+LSTATUS WINAPI RegSetValueExA(HKEY key, LPCSTR value, DWORD reserved, DWORD type, const BYTE* data, DWORD bytes);
 LSTATUS WINAPI RegDeleteValueW(HKEY key, LPCWSTR value);
 LSTATUS WINAPI RegDeleteKeyW(HKEY key, LPCWSTR sub_key);
 LSTATUS WINAPI RegDeleteKeyExW(HKEY key, LPCWSTR sub_key, REGSAM view, DWORD reserved);

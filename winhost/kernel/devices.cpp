@@ -5,6 +5,8 @@
 #include <mutex>
 #include <vector>
 
+#include "winhost/devices/adapter_device.h"
+#include "winhost/devices/disk_device.h"
 #include "winhost/kernel/file_object.h"
 #include "winhost/machine/faults.h"
 #include "winhost/trust/protection_device.h"
@@ -14,7 +16,7 @@ namespace {
 
 struct Openers {
   std::mutex lock;
-  std::vector<DeviceOpener> added{OpenProtectionDevice};
+  std::vector<DeviceOpener> added{OpenDrive, OpenScsiPort, OpenAdapterDevice, OpenProtectionDevice};
 };
 
 Openers& TheOpeners() {

@@ -1,5 +1,5 @@
-// Devices that "\\.\Name" opens and DeviceIoControl talks to. Without openers a machine has none, and each is
-// ERROR_FILE_NOT_FOUND.
+// Devices that "\\.\Name" opens and DeviceIoControl talks to. Every machine has its hardware's
+// (winhost/devices/) and perhaps the self-protection driver; what no opener knows is ERROR_FILE_NOT_FOUND.
 #pragma once
 
 #include <minwindef.h>

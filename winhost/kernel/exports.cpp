@@ -2,14 +2,18 @@
 
 #include <array>
 
+#include "winhost/devices/device_exports.h"
 #include "winhost/kernel/loader_exports.h"
 #include "winhost/kernel/process_exports.h"
 #include "winhost/kernel/system_exports.h"
+#include "winhost/kernel/transacted_exports.h"
+#include "winhost/window/window_exports.h"
 
 namespace winhost {
 
 std::span<const std::span<const BuiltInExport>> BuiltInExports() {
-  static const std::array tables = {LoaderExports(), ProcessExports(), SystemExports()};
+  static const std::array tables = {DeviceExports(), LoaderExports(),     ProcessExports(),
+                                    SystemExports(), TransactedExports(), WindowExports()};
   return tables;
 }
 

@@ -3,9 +3,12 @@
 #include <windows.h>
 
 #include <errno.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "winhost/kernel/command_line.h"
@@ -21,7 +24,9 @@
 namespace winhost {
 namespace {
 
-constexpr int kUpWithinMs = 10'000;  // real ones; a build with sanitizers takes its time to start
+// Real milliseconds; a build with sanitizers takes its time to start.
+constexpr int kUpWithinMs = 10'000;
+constexpr int kEndedWithinMs = 60'000;
 
 void Journal(const LaunchRequest& request, DWORD result, std::optional<pid_t> child) {
   nlohmann::json line = {{"file", Narrow(request.file)},
@@ -74,6 +79,23 @@ std::optional<std::filesystem::path> Directory(const LaunchRequest& request) {
   return directory && std::filesystem::is_directory(*directory, ignored) ? directory : std::nullopt;
 }
 
+// Only a program that knows the variable says when it is up; another keeps its descriptor until it ends.
+bool SaysWhenUp(int program) {
+  struct stat file = {};
+  if (fstat(program, &file) != 0 || file.st_size <= 0) return false;
+  const auto size = static_cast<std::size_t>(file.st_size);
+  void* const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, program, 0);
+  if (bytes == MAP_FAILED) return false;
+  const bool found = memmem(bytes, size, kReadyVariable, std::strlen(kReadyVariable)) != nullptr;
+  munmap(bytes, size);
+  return found;
+}
+
+int WaitAfterStart(int program) {
+  if (Machine::Current().facts().launches_wait) return kEndedWithinMs;
+  return SaysWhenUp(program) ? kUpWithinMs : 0;
+}
+
 DWORD WhyNotStarted(int error) {
   switch (error) {
     case ENOEXEC:
@@ -100,8 +122,9 @@ DWORD Start(const LaunchRequest& request, pid_t* child) {
   DWORD error = ERROR_SUCCESS;
   const auto code = OpenHostCode(*path, &error);
   if (!code) return error;
+  const int program = code->descriptor();
   *child =
-      SpawnDetached({code->descriptor(), Words(request, image), Environment(request, image), *directory}, kUpWithinMs);
+      SpawnDetached({program, Words(request, image), Environment(request, image), *directory}, WaitAfterStart(program));
   if (*child < 0) return WhyNotStarted(-*child);
   Machine::Current().Get<ProcessTable>().Enter(static_cast<DWORD>(*child), image, false);
   return ERROR_SUCCESS;

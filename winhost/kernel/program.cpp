@@ -31,11 +31,16 @@ int NumberFromEnvironment(const char* name, int otherwise) {
   return text && *text ? std::atoi(text) : otherwise;
 }
 
-// The launcher goes on once this end of its pipe is closed.
+// The launcher goes on once this end of its pipe is closed, which the end of the process does at the latest.
 void TellLauncher() {
   const int ready = NumberFromEnvironment(kReadyVariable, -1);
   unsetenv(kReadyVariable);
-  if (ready > 2) close(ready);
+  if (ready <= 2) return;
+  if (Machine::Current().facts().launches_wait) {
+    fcntl(ready, F_SETFD, FD_CLOEXEC);
+  } else {
+    close(ready);
+  }
 }
 
 // Held until the process ends. What a developer started from drive Z: stays his own to rebuild.

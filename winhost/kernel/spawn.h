@@ -19,8 +19,8 @@ struct SpawnPlan {
 // Names the descriptor that a winhost program closes when it is up.
 inline constexpr const char* kReadyVariable = "VANTA_READY_FD";
 
-// The process id, or minus errno when it could not be started. Waits until the program is up or gone, or for
-// `up_within_ms` real milliseconds.
+// The process id, or minus errno when it could not be started. Waits until the program has closed the descriptor (a
+// winhost program when it is up, any other when it ends), or for `up_within_ms` real milliseconds.
 pid_t SpawnDetached(const SpawnPlan& plan, int up_within_ms);
 
 }  // namespace winhost

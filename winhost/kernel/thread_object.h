@@ -31,5 +31,16 @@ class Thread final : public Waitable {
 int LiveThreads();
 // Whether this thread is one of them.
 bool OnMadeThread();
+// How many of them neither wait nor sleep. Called by a thread that is Asleep or none of them.
+int OtherWorkingThreads();
+
+// Stands around a sleep; counts the calling thread out of those that work. Not nested.
+class Asleep {
+ public:
+  Asleep();
+  ~Asleep();
+  Asleep(const Asleep&) = delete;
+  Asleep& operator=(const Asleep&) = delete;
+};
 
 }  // namespace winhost

@@ -19,6 +19,7 @@ namespace winhost {
 namespace {
 
 std::atomic<int> g_live{0};
+std::atomic<int> g_asleep{0};  // of the live ones
 thread_local Thread* t_thread = nullptr;
 
 void WaitFor(const std::function<bool()>& ready) { WaitForObjects({}, false, UINT64_MAX, ready); }
@@ -134,6 +135,15 @@ DWORD Thread::Resume() {
 
 int LiveThreads() { return g_live; }
 bool OnMadeThread() { return t_thread != nullptr; }
+int OtherWorkingThreads() { return g_live - SettledThreads() - g_asleep; }
+
+Asleep::Asleep() {
+  if (t_thread) ++g_asleep;
+}
+
+Asleep::~Asleep() {
+  if (t_thread) --g_asleep;
+}
 
 }  // namespace winhost
 

@@ -6,10 +6,42 @@
 #include <chrono>
 #include <condition_variable>
 
+#include "winhost/kernel/thread_object.h"
 #include "winhost/machine/clock.h"
 
 namespace winhost {
 namespace {
+
+// Made threads that wait and have seen the last change. A thread that a change has woken works again from the moment
+// of the change, although it may run only later.
+struct Settled {
+  std::mutex lock;
+  std::uint64_t changes = 0;
+  int threads = 0;
+};
+
+Settled& TheSettled() {
+  static auto* settled = new Settled;  // as Changed()
+  return *settled;
+}
+
+class SettledHere {
+ public:
+  SettledHere() {
+    const std::scoped_lock lock(TheSettled().lock);
+    changes_ = TheSettled().changes;
+    if (OnMadeThread()) ++TheSettled().threads;
+  }
+  ~SettledHere() {
+    const std::scoped_lock lock(TheSettled().lock);
+    if (OnMadeThread() && changes_ == TheSettled().changes) --TheSettled().threads;
+  }
+  SettledHere(const SettledHere&) = delete;
+  SettledHere& operator=(const SettledHere&) = delete;
+
+ private:
+  std::uint64_t changes_;
+};
 
 // The system clock, because waits on it are pthread_cond_timedwait, which ThreadSanitizer knows.
 using Clock = std::chrono::system_clock;
@@ -41,7 +73,19 @@ std::mutex& WaitLock() {
   return *lock;
 }
 
-void WakeWaiters() { Changed().notify_all(); }
+void WakeWaiters() {
+  {
+    const std::scoped_lock lock(TheSettled().lock);
+    ++TheSettled().changes;
+    TheSettled().threads = 0;
+  }
+  Changed().notify_all();
+}
+
+int SettledThreads() {
+  const std::scoped_lock lock(TheSettled().lock);
+  return TheSettled().threads;
+}
 
 int WaitForObjects(std::span<Waitable* const> objects, bool all, std::uint64_t real_ns,
                    const std::function<bool()>& also) {
@@ -56,6 +100,7 @@ int WaitForObjects(std::span<Waitable* const> objects, bool all, std::uint64_t r
     if (also && also()) return static_cast<int>(objects.size());
     const auto now = Clock::now();
     if (!forever && now >= deadline) return kWaitTimedOut;
+    const SettledHere settled;
     if (polled) {
       Changed().wait_until(lock, forever ? now + kPollEvery : std::min(deadline, now + kPollEvery));
     } else if (forever) {

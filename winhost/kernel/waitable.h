@@ -24,6 +24,8 @@ class Waitable : public KernelObject {
 std::mutex& WaitLock();
 // After a change under the lock that may end a wait.
 void WakeWaiters();
+// Made threads that wait for something that has not come.
+int SettledThreads();
 
 constexpr int kWaitTimedOut = -1;
 // Waits until one object (or, with `all`, every one) is signalled and consumes what ended the wait; or until `also`,

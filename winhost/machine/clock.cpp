@@ -82,15 +82,19 @@ class Clock {
   std::uint64_t start_100ns_;
 };
 
-Clock& TheClock() { return Machine::Current().Get<Clock>(); }
+Clock& ClockOf(Machine& machine) { return machine.Get<Clock>(); }
+Clock& TheClock() { return ClockOf(Machine::Current()); }
 
 }  // namespace
 
 std::uint64_t MachineTime100ns() { return TheClock().Now100ns(); }
 // A machine that has been up for a day looks plausible, and differences are what callers use.
-std::uint64_t MachineTicksMs() { return 86'400'000 + TheClock().Elapsed100ns() / 10'000; }
+std::uint64_t MachineTicksMs(Machine& machine) { return 86'400'000 + ClockOf(machine).Elapsed100ns() / 10'000; }
+std::uint64_t MachineTicksMs() { return MachineTicksMs(Machine::Current()); }
+bool MachineClockStands() { return TheClock().stands(); }
 void MachineSleepMs(std::uint64_t ms) { TheClock().Sleep(ms); }
-std::uint64_t RealWaitNs(std::uint32_t ms) { return TheClock().RealWait(ms); }
+std::uint64_t RealWaitNs(Machine& machine, std::uint32_t ms) { return ClockOf(machine).RealWait(ms); }
+std::uint64_t RealWaitNs(std::uint32_t ms) { return RealWaitNs(Machine::Current(), ms); }
 void PassWaitedMs(std::uint32_t ms) {
   if (TheClock().stands()) TheClock().Advance(ms);
 }

@@ -12,8 +12,8 @@ using Json = nlohmann::json;
 
 // Keys that belong to subsystems which read them from Facts::raw themselves.
 constexpr const char* kForeignKeys[] = {
-    "registry",  "files", "adapters", "disks", "netbios",    "cpuid",        "protection_device",
-    "tls_roots", "hosts", "comment",  "fonts", "compositor", "trusted_roots"};
+    "registry",  "files", "adapters", "disks", "netbios",    "cpuid",         "protection_device",
+    "tls_roots", "hosts", "comment",  "fonts", "compositor", "trusted_roots", "screen"};
 
 class Fields {
  public:
@@ -119,8 +119,10 @@ FaultFacts ReadFault(const Json& value) {
       .Read("nth", fault.nth)
       .Read("times", fault.times)
       .Read("error", fault.error)
+      .Read("until", fault.until)
       .Read("process", fault.process)
       .NothingElse();
+  if (!fault.until.empty() && !value.contains("error")) fault.error = 0;
   if (fault.operation.empty()) throw std::runtime_error("faults: a fault needs its operation");
   return fault;
 }
@@ -164,6 +166,7 @@ Facts ParseFacts(const std::string& text) {
       .Read("missing_classes", facts.missing_classes)
       .Read("missing_exports", facts.missing_exports)
       .Read("running", facts.running)
+      .Read("launches_wait", facts.launches_wait)
       .Read("trace_calls", facts.trace_calls)
       .Read("environment", facts.environment)
       .With("clock",

@@ -43,12 +43,16 @@ struct ServiceFacts {
 
 // One planned failure: the `nth` call (counted a process, from 1; 0 means every call) of `operation` whose subject
 // contains `subject` without regard to ASCII case (empty: any) fails with `error`. `times` calls from the nth on fail.
+// With `until`, a path below the machine's folder, such a call is first held until that file is there (60 real seconds
+// at most), and meanwhile the same path with ".wanted" behind it is a file; without an error of its own the call is
+// then made. So tests can say which of two threads is ahead.
 struct FaultFacts {
   std::string operation;  // the Win32 name: "CreateFileW", "RegSetValueExW", "ITaskService::Connect" …
   std::string subject;    // UTF-8: part of the path, key, service, class name …
   std::uint32_t nth = 1;
   std::uint32_t times = 1;
   std::uint32_t error = 5;  // a system error number; an HRESULT for COM operations
+  std::string until;        // "C/go"; empty: nothing is waited for
   std::string process;      // only in processes whose image name contains this; empty: in all
 };
 
@@ -77,6 +81,7 @@ struct Facts {
   std::vector<std::string> missing_exports;      // "Kernel32.dll!AddDllDirectory" … beyond what the version implies
   std::vector<std::string> running;              // "C:\\Program Files\\…\\x.exe": processes listed but not ours
   ClockFacts clock;
+  bool launches_wait = false;  // a launch returns when the launched program has ended: no two run side by side
   std::vector<FaultFacts> faults;
   bool trace_calls = false;                        // journal every call that can be planned to fail in "calls"
   std::map<std::string, std::string> environment;  // process environment variables

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
+#include "winhost/devices/adapter_registry.h"
 #include "winhost/machine/text.h"
 #include "winhost/registry/types.h"
 
@@ -15,9 +16,10 @@ namespace {
 void Collect(RegistryStore& store, const KeyPath& path, const Facts& facts, std::vector<ListedKey>& into) {
   const auto id = store.Find(path);
   if (!id) return;
+  const std::u16string listed = JoinKeyPath(ListedPath(path, facts));
+  if (IsAdapterKey(listed)) return;
   std::vector<StoredValue> values = store.Values(*id);
-  if (!values.empty() || !store.IsSystemKey(*id))
-    into.push_back({JoinKeyPath(ListedPath(path, facts)), std::move(values)});
+  if (!values.empty() || !store.IsSystemKey(*id)) into.push_back({listed, std::move(values)});
   for (const std::u16string& name : store.SubKeys(*id)) {
     KeyPath child = path;
     child.push_back(name);

@@ -17,8 +17,8 @@ struct ListedKey {
   std::vector<StoredValue> values;
 };
 
-// Keys by path, values in the order of their making. Keys that every Windows has are listed only with values. A machine
-// whose registry nothing has used yet gives none, and is left without one.
+// Keys by path, values in the order of their making. Keys that every Windows has are listed only with values, those of
+// its network adapters not at all. A machine whose registry nothing has used yet gives none, and is left without one.
 std::vector<ListedKey> ListRegistry(Machine& machine);
 
 // Text up to the terminator, a number in decimal, a list, or hexadecimal digits, as the type and length allow.

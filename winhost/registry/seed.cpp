@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "winhost/devices/adapter_registry.h"
 #include "winhost/machine/text.h"
 #include "winhost/registry/types.h"
 
@@ -74,6 +75,17 @@ Place ParsePlace(const std::string& key) {
   return place;
 }
 
+void PutKeys(RegistryStore& store, const Facts& facts, const Json& keys) {
+  for (const auto& [key, values] : keys.items()) {
+    const Place place = ParsePlace(key);
+    const KeyId id = store.Make(StoredPath(place.path, place.view, facts)).key;
+    for (const auto& [name, seed] : values.items()) {
+      const StoredValue value = ParseSeed(name, seed);
+      store.SetValue(id, value.name, value.type, value.data);
+    }
+  }
+}
+
 }  // namespace
 
 StoredValue ParseSeed(const std::string& name, const Json& seed) {
@@ -90,15 +102,8 @@ StoredValue ParseSeed(const std::string& name, const Json& seed) {
 }
 
 void SeedRegistry(RegistryStore& store, const Facts& facts) {
-  if (!facts.raw || !facts.raw->contains("registry")) return;
-  for (const auto& [key, values] : facts.raw->at("registry").items()) {
-    const Place place = ParsePlace(key);
-    const KeyId id = store.Make(StoredPath(place.path, place.view, facts)).key;
-    for (const auto& [name, seed] : values.items()) {
-      const StoredValue value = ParseSeed(name, seed);
-      store.SetValue(id, value.name, value.type, value.data);
-    }
-  }
+  PutKeys(store, facts, AdapterKeys(facts));
+  if (facts.raw && facts.raw->contains("registry")) PutKeys(store, facts, facts.raw->at("registry"));
 }
 
 }  // namespace winhost

@@ -14,7 +14,8 @@
 
 namespace winhost {
 
-// Puts every seed into the store, inside the caller's session. Throws std::runtime_error naming what is wrong.
+// Puts what Windows keeps of the machine's adapters and every seed into the store, inside the caller's session. Throws
+// std::runtime_error naming what is wrong.
 void SeedRegistry(RegistryStore& store, const Facts& facts);
 // One value as the fact writes it.
 StoredValue ParseSeed(const std::string& name, const nlohmann::json& seed);

@@ -27,6 +27,8 @@ constexpr const char16_t* kSystemKeys[] = {
     u"HKLM\\SOFTWARE\\Classes",
     u"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths",
     u"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+    u"HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\NetworkCards",
+    u"HKLM\\SYSTEM\\CurrentControlSet\\Control\\Class",
     u"HKLM\\SYSTEM\\CurrentControlSet\\Services",
     u"HKCU\\Software\\Classes",
     u"HKCU\\Software\\Microsoft\\Windows\\CurrentVersion",

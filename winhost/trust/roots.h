@@ -8,8 +8,11 @@
 
 namespace winhost {
 
-// Read once a machine. An entry is a PEM text or the path of a PEM file, relative to the machine's folder or absolute;
-// one that cannot be read is reported on standard error and left out.
+// The certificates that a fact lists. An entry is a PEM text or the path of a PEM file, relative to the machine's
+// folder or absolute; one that cannot be read is reported on standard error and left out.
+std::vector<OwnedX509> ReadRoots(Machine& machine, const char* fact);
+
+// Read once a machine.
 class TrustedRoots {
  public:
   explicit TrustedRoots(Machine& machine);

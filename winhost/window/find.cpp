@@ -1,10 +1,13 @@
-// Looking for windows, showing them and bringing them to the front.
+// Looking for windows.
 #include <windows.h>
+
+#include <algorithm>
 
 #include "winhost/kernel/waitable.h"
 #include "winhost/machine/faults.h"
 #include "winhost/machine/text.h"
 #include "winhost/window/live_process.h"
+#include "winhost/window/geometry.h"
 #include "winhost/window/window.h"
 
 namespace winhost {
@@ -15,56 +18,8 @@ BOOL Fail(DWORD error) {
   return FALSE;
 }
 
-struct ShowChange {
-  bool visible;
-  DWORD clear;
-  DWORD set;
-  bool activates;
-};
-
-ShowChange ChangeOf(int show) {
-  constexpr DWORD kSizes = WS_MINIMIZE | WS_MAXIMIZE;
-  constexpr auto kMinimized = static_cast<DWORD>(WS_MINIMIZE), kMaximized = static_cast<DWORD>(WS_MAXIMIZE);
-  switch (show) {
-    case SW_HIDE:
-      return {false, 0, 0, false};
-    case SW_SHOWMINIMIZED:
-      return {true, kSizes, kMinimized, true};
-    case SW_MINIMIZE:
-    case SW_SHOWMINNOACTIVE:
-      return {true, kSizes, kMinimized, false};
-    case SW_SHOWMAXIMIZED:
-      return {true, kSizes, kMaximized, true};
-    case SW_SHOWNORMAL:
-    case SW_RESTORE:
-    case SW_SHOWDEFAULT:
-      return {true, kSizes, 0, true};
-    case SW_SHOWNOACTIVATE:
-      return {true, kSizes, 0, false};
-    case SW_SHOWNA:
-      return {true, 0, 0, false};
-    default:
-      return {true, 0, 0, true};
-  }
-}
-
 // What top-level windows FindWindowW looks through.
-bool TopLevel(const WindowInfo& info) { return !info.message_only && !(info.style & WS_CHILD); }
-
-bool Activate(HWND window) {
-  const auto table = WindowTable::Current();
-  if (!table->Raise(window)) return Fail(ERROR_INVALID_WINDOW_HANDLE) != FALSE;
-  const HWND former = table->SetForeground(window);
-  if (const auto local = FindLocalWindow(window)) {
-    std::scoped_lock lock(WaitLock());
-    local->queue->active = window;
-  }
-  if (former == window) return true;
-  // Each learns of it in its own time: waiting here for another program would hang with it.
-  if (former) SendNotifyMessageW(former, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(window));
-  SendNotifyMessageW(window, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(former));
-  return true;
-}
+bool TopLevel(const WindowInfo& info) { return info.top_level(); }
 
 bool ThreadHasQueue(DWORD thread) {
   {
@@ -125,48 +80,76 @@ BOOL EnumThreadWindows(DWORD thread, WNDENUMPROC visit, LPARAM parameter) {
   return !windows.empty() && Visit(windows, visit, parameter);
 }
 
-BOOL ShowWindow(HWND window, int show) {
-  const auto table = WindowTable::Current();
-  const auto info = table->Find(window);
-  if (!info) return Fail(ERROR_INVALID_WINDOW_HANDLE);
-  const bool was_visible = (info->style & WS_VISIBLE) != 0;
-  const ShowChange change = ChangeOf(show);
-  const auto visible = static_cast<DWORD>(WS_VISIBLE);
-  // A window of another thread hears of it when it listens, so that showing a hung one does not hang the caller.
-  if (was_visible != change.visible) SendNotifyMessageW(window, WM_SHOWWINDOW, change.visible, 0);
-  table->SetStyle(window, change.clear | visible, change.set | (change.visible ? visible : 0));
-  if (change.activates && TopLevel(*info)) Activate(window);
-  if (!change.visible && table->Foreground() == window) table->SetForeground(nullptr);
-  return was_visible;
-}
-
-HWND GetForegroundWindow() { return WindowTable::Current()->Foreground(); }
-
-BOOL SetForegroundWindow(HWND window) { return Activate(window); }
-
-BOOL BringWindowToTop(HWND window) {
-  return WindowTable::Current()->Raise(window) ? TRUE : Fail(ERROR_INVALID_WINDOW_HANDLE);
-}
-
-HWND GetActiveWindow() {
-  const auto queue = ThreadQueue::Mine();
-  std::scoped_lock lock(WaitLock());
-  return queue->active;
-}
-
-HWND SetActiveWindow(HWND window) {
-  const HWND former = GetActiveWindow();
-  const auto local = FindLocalWindow(window);
-  if (window && (!local || local->queue->thread != GetCurrentThreadId())) {
-    Fail(IsWindow(window) ? ERROR_ACCESS_DENIED : ERROR_INVALID_WINDOW_HANDLE);
-    return nullptr;
-  }
-  if (window) Activate(window);
-  return former;
-}
-
-// Input has no state to share here; what remains is whether the system would have taken it.
+// Each process has one state of keys and pointer already; what remains is whether the system would have taken it.
 BOOL AttachThreadInput(DWORD attach, DWORD to, BOOL) {
   if (attach == to || !ThreadHasQueue(attach) || !ThreadHasQueue(to)) return Fail(ERROR_INVALID_PARAMETER);
   return TRUE;
 }
+
+// The desktop is no window that messages can be sent to; its handle is 2 in every process, which no window has.
+HWND GetDesktopWindow() { return reinterpret_cast<HWND>(static_cast<LONG_PTR>(2)); }
+
+HWND GetWindow(HWND window, UINT which) {
+  const auto table = WindowTable::Current();
+  const auto info = table->Find(window);
+  if (!info) {
+    Fail(ERROR_INVALID_WINDOW_HANDLE);
+    return nullptr;
+  }
+  if (which == GW_OWNER) return info->child() ? nullptr : info->parent;
+  const HWND parent = which == GW_CHILD ? window : info->parent;
+  const auto windows = table->List([&](const WindowInfo& each) {
+    return which == GW_CHILD || info->child() ? each.child() && each.parent == parent
+                                              : each.message_only == info->message_only && !each.child();
+  });
+  const auto here = std::ranges::find_if(windows, [&](const WindowInfo& each) { return each.window == window; });
+  switch (which) {
+    case GW_CHILD:
+    case GW_HWNDFIRST:
+      return windows.empty() ? nullptr : windows.front().window;
+    case GW_HWNDLAST:
+      return windows.empty() ? nullptr : windows.back().window;
+    case GW_HWNDNEXT:
+      return here == windows.end() || here + 1 == windows.end() ? nullptr : (here + 1)->window;
+    case GW_HWNDPREV:
+      return here == windows.end() || here == windows.begin() ? nullptr : (here - 1)->window;
+    default:
+      Fail(ERROR_INVALID_PARAMETER);
+      return nullptr;
+  }
+}
+
+HWND GetAncestor(HWND window, UINT which) {
+  auto info = WindowTable::Current()->Find(window);
+  if (!info) {
+    Fail(ERROR_INVALID_WINDOW_HANDLE);
+    return nullptr;
+  }
+  if (which == GA_PARENT) return info->child() ? info->parent : GetDesktopWindow();
+  WindowInfo top = TopOf(*info);
+  while (which == GA_ROOTOWNER && top.parent) {
+    const auto owner = WindowTable::Current()->Find(top.parent);
+    if (!owner) break;
+    top = TopOf(*owner);
+  }
+  return top.window;
+}
+
+BOOL IsChild(HWND parent, HWND window) {
+  auto info = WindowTable::Current()->Find(window);
+  while (info && info->child()) {
+    if (info->parent == parent) return TRUE;
+    info = WindowTable::Current()->Find(info->parent);
+  }
+  return FALSE;
+}
+
+HWND GetDlgItem(HWND parent, int id) {
+  for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (GetDlgCtrlID(child) == id) return child;
+  }
+  Fail(ERROR_NOT_FOUND);
+  return nullptr;
+}
+
+int GetDlgCtrlID(HWND window) { return static_cast<int>(GetWindowLongPtrW(window, GWLP_ID)); }

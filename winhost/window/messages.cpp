@@ -11,7 +11,9 @@
 #include "winhost/machine/clock.h"
 #include "winhost/machine/faults.h"
 #include "winhost/machine/text.h"
+#include "winhost/window/device_state.h"
 #include "winhost/window/post_office.h"
+#include "winhost/window/take_input.h"
 #include "winhost/window/window.h"
 
 namespace winhost {
@@ -63,7 +65,7 @@ std::vector<WindowInfo> BroadcastTargets() {
 
 // Null when there is no such queue any more.
 std::shared_ptr<SentMessage> SendHere(const WindowInfo& to, UINT message, WPARAM wparam, LPARAM lparam) {
-  auto sent = std::make_shared<SentMessage>(SentMessage{to.window, message, wparam, lparam, false, 0, 0, 0});
+  auto sent = std::make_shared<SentMessage>(SentMessage{to.window, message, wparam, lparam, false, 0, 0, 0, {}});
   {
     std::scoped_lock lock(WaitLock());
     const auto queue = ThreadQueue::Of(to.thread);
@@ -72,6 +74,17 @@ std::shared_ptr<SentMessage> SendHere(const WindowInfo& to, UINT message, WPARAM
   }
   WakeWaiters();
   return sent;
+}
+
+// Real time: what is sent to this thread meanwhile is run, and does not count as the answer.
+std::optional<LRESULT> AnswerWithin(ThreadQueue& mine, SentMessage& sent, std::uint64_t real_ns) {
+  for (;;) {
+    RunSentMessages(mine);
+    const int ended = WaitForObjects({}, false, real_ns, [&] { return sent.done || !mine.sent.empty(); });
+    std::scoped_lock lock(WaitLock());
+    if (sent.done) return sent.result;
+    if (ended == kWaitTimedOut) return std::nullopt;
+  }
 }
 
 bool IsQueueWindow(HWND window) {
@@ -103,9 +116,17 @@ void WaitForNews(ThreadQueue& queue, const MessageFilter& filter) {
 
 bool TryTake(ThreadQueue& queue, const MessageFilter& filter, bool remove, MSG* message) {
   RunSentMessages(queue);
+  {
+    std::scoped_lock lock(WaitLock());
+    if (queue.TakePosted(filter, remove, message)) return true;
+  }
+  if (TakeInput(queue, filter, remove, message)) return true;
   const std::uint64_t now = MachineTicksMs();
   std::scoped_lock lock(WaitLock());
-  return queue.Take(filter, remove, now, message);
+  if (queue.TakePosted(filter, remove, message)) return true;  // WM_MOUSELEAVE, when the pointer has gone
+  if (!queue.TakeLate(filter, remove, now, message)) return false;
+  message->pt = TheDevices().pointer;
+  return true;
 }
 
 bool TimerCalls(const MSG& message) {
@@ -159,7 +180,8 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   const auto to = WindowTable::Current()->Find(window);
   if (!to) return Fail(ERROR_INVALID_WINDOW_HANDLE);
   if (to->process != getpid()) {
-    return PostOffice::Current().Ask(to->process, PacketOf(PacketKind::Send, *to, message, wparam, lparam));
+    const auto packet = PacketOf(PacketKind::Send, *to, message, wparam, lparam);
+    return PostOffice::Current().Ask(to->process, packet).value_or(0);
   }
   if (to->thread == GetCurrentThreadId()) return CallWindow(window, message, wparam, lparam);
   const auto mine = ThreadQueue::Mine();
@@ -168,6 +190,27 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   WaitWhileAnswering(*mine, INFINITE, [&] { return sent->done; });
   std::scoped_lock lock(WaitLock());
   return sent->result;
+}
+
+LRESULT SendMessageTimeoutW(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT, UINT milliseconds,
+                            PDWORD_PTR result) {
+  const auto to = WindowTable::Current()->Find(window);
+  if (!to) return Fail(ERROR_INVALID_WINDOW_HANDLE);
+  const std::uint64_t real_ns = std::uint64_t{milliseconds} * 1'000'000;
+  std::optional<LRESULT> answer;
+  if (to->process != getpid()) {
+    answer = PostOffice::Current().Ask(to->process, PacketOf(PacketKind::Send, *to, message, wparam, lparam), real_ns);
+  } else if (to->thread == GetCurrentThreadId()) {
+    answer = CallWindow(window, message, wparam, lparam);
+  } else {
+    const auto mine = ThreadQueue::Mine();
+    const auto sent = SendHere(*to, message, wparam, lparam);
+    if (!sent) return Fail(ERROR_INVALID_WINDOW_HANDLE);
+    answer = AnswerWithin(*mine, *sent, real_ns);
+  }
+  if (!answer) return Fail(ERROR_TIMEOUT);
+  if (result) *result = static_cast<DWORD_PTR>(*answer);
+  return TRUE;
 }
 
 BOOL SendNotifyMessageW(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -207,9 +250,6 @@ BOOL WaitMessage() {
   return TRUE;
 }
 
-// Key presses would become characters here; there are no keys.
-BOOL TranslateMessage(const MSG*) { return FALSE; }
-
 LRESULT DispatchMessageW(const MSG* message) {
   if (!message) return 0;
   if (message->message == WM_TIMER && message->lParam) {
@@ -235,6 +275,12 @@ LONG GetMessageTime() {
   const auto queue = ThreadQueue::Mine();
   std::scoped_lock lock(WaitLock());
   return queue->message_time;
+}
+
+DWORD GetMessagePos() {
+  const auto queue = ThreadQueue::Mine();
+  std::scoped_lock lock(WaitLock());
+  return queue->message_point;
 }
 
 DWORD GetQueueStatus(UINT flags) {

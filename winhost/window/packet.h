@@ -7,7 +7,17 @@
 
 namespace winhost {
 
-enum class PacketKind : std::uint32_t { Post = 1, Send, Notify, Reply, Stop };
+enum class PacketKind : std::uint32_t {
+  Post = 1,
+  Send,
+  Notify,
+  Reply,
+  Stop,
+  Activate,    // `window` of this thread is the foreground window now
+  Deactivate,  // … no longer
+  Show,        // `message`: the way, `wparam`: the style it had
+  Input,       // see input_packet.h
+};
 
 struct Packet {
   PacketKind kind = PacketKind::Post;

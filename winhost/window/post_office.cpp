@@ -3,8 +3,10 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -12,7 +14,10 @@
 #include <unordered_map>
 
 #include "winhost/kernel/waitable.h"
+#include "winhost/window/activation.h"
+#include "winhost/window/input_packet.h"
 #include "winhost/window/live_process.h"
+#include "winhost/window/place.h"
 
 namespace winhost {
 namespace {
@@ -28,12 +33,35 @@ Questions& TheQuestions() {
   return *questions;
 }
 
+std::uint64_t RealNs() {
+  timespec now;
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(now.tv_nsec);
+}
+
 // An abstract name needs no file and vanishes with its process.
 socklen_t Fill(const std::string& name, sockaddr_un* address) {
   *address = sockaddr_un{};
   address->sun_family = AF_UNIX;
   std::memcpy(address->sun_path + 1, name.data(), name.size());
   return static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + name.size());
+}
+
+// What the thread is to do, for the kinds of packets that are no message.
+std::function<void()> TaskOf(const Packet& packet) {
+  const HWND window = reinterpret_cast<HWND>(packet.window);
+  switch (packet.kind) {
+    case PacketKind::Activate:
+      return [window] { ActivateMine(window, false); };
+    case PacketKind::Deactivate:
+      return [] { ActivateMine(nullptr, false); };
+    case PacketKind::Show:
+      return [window, show = static_cast<int>(packet.message), style = static_cast<DWORD>(packet.wparam)] {
+        ShowMine(window, show, style);
+      };
+    default:
+      return {};
+  }
 }
 
 [[noreturn]] void Fail(const char* what) {
@@ -80,7 +108,7 @@ bool PostOffice::Deliver(pid_t process, Packet packet) {
   }
 }
 
-LRESULT PostOffice::Ask(pid_t process, Packet packet) {
+std::optional<LRESULT> PostOffice::Ask(pid_t process, Packet packet, std::uint64_t real_ns) {
   const auto queue = ThreadQueue::Mine();
   const auto question = std::make_shared<SentMessage>();
   {
@@ -90,17 +118,21 @@ LRESULT PostOffice::Ask(pid_t process, Packet packet) {
   }
   const std::uint64_t start = ProcessStartTicks(process);
   constexpr std::uint64_t kLookEveryNs = 100'000'000;  // whether the process still lives: real time, not the machine's
+  std::uint64_t left = real_ns;
   bool waiting = Deliver(process, packet);
-  while (waiting) {
+  while (waiting && left > 0) {
     RunSentMessages(*queue);
-    const int ended = WaitForObjects({}, false, kLookEveryNs, [&] { return question->done || !queue->sent.empty(); });
+    const std::uint64_t begun = RealNs();
+    const int ended =
+        WaitForObjects({}, false, std::min(left, kLookEveryNs), [&] { return question->done || !queue->sent.empty(); });
+    if (left != kForEver) left -= std::min(left, RealNs() - begun);
     const bool gone = ended == kWaitTimedOut && ProcessStartTicks(process) != start;
     std::scoped_lock lock(WaitLock());
     waiting = !question->done && !gone;
   }
   std::scoped_lock lock(WaitLock());
   TheQuestions().open.erase(packet.request);
-  return question->result;
+  return question->done ? std::optional(question->result) : std::nullopt;
 }
 
 void PostOffice::Read() {
@@ -131,10 +163,16 @@ void PostOffice::Accept(const Packet& packet) {
       accepted = false;
     } else if (packet.kind == PacketKind::Post) {
       queue->Post({window, packet.message, packet.wparam, lparam, packet.time, {}});
+    } else if (packet.kind == PacketKind::Input) {
+      queue->Push(InputOfPacket(packet));
+    } else if (const auto task = TaskOf(packet)) {
+      const auto message = std::make_shared<SentMessage>();
+      message->task = task;
+      queue->sent.push_back(message);
     } else {
       const pid_t reply_to = packet.kind == PacketKind::Send ? packet.process : 0;
       queue->sent.push_back(std::make_shared<SentMessage>(
-          SentMessage{window, packet.message, packet.wparam, lparam, false, 0, reply_to, packet.request}));
+          SentMessage{window, packet.message, packet.wparam, lparam, false, 0, reply_to, packet.request, {}}));
     }
   }
   if (!accepted && packet.kind == PacketKind::Send) {  // the thread has ended: nobody would ever answer

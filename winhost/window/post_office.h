@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -26,8 +27,10 @@ class PostOffice {
   // False with the last error: ERROR_INVALID_WINDOW_HANDLE when the process is not there, ERROR_NOT_ENOUGH_QUOTA when
   // it has not read for a second.
   bool Deliver(pid_t process, Packet packet);
-  // Sends and waits for the answer, running meanwhile what is sent to this thread. 0 when the process ends first.
-  LRESULT Ask(pid_t process, Packet packet);
+  // Sends and waits for the answer, running meanwhile what is sent to this thread. None when the process ends first, or
+  // `real_ns` of real time have passed.
+  std::optional<LRESULT> Ask(pid_t process, Packet packet, std::uint64_t real_ns = kForEver);
+  static constexpr std::uint64_t kForEver = UINT64_MAX;
 
  private:
   std::string AddressOf(pid_t process) const;

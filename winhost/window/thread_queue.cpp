@@ -6,6 +6,7 @@
 #include "winhost/kernel/waitable.h"
 #include "winhost/machine/clock.h"
 #include "winhost/window/post_office.h"
+#include "winhost/window/update.h"
 #include "winhost/window/window.h"
 
 namespace winhost {
@@ -47,7 +48,14 @@ struct Owner {
 
 thread_local Owner t_owner;
 
+LRESULT RunSent(const SentMessage& message) {
+  if (!message.task) return CallWindow(message.window, message.message, message.wparam, message.lparam);
+  message.task();
+  return 0;
+}
+
 MSG TimerMessage(const WindowTimer& timer) {
+  if (timer.message != WM_TIMER) return {timer.window, timer.message, 0, timer.point, 0, {}};
   return {timer.window, WM_TIMER, timer.id, reinterpret_cast<LPARAM>(timer.procedure), 0, {}};
 }
 
@@ -79,6 +87,7 @@ bool ThreadQueue::TakePosted(const MessageFilter& filter, bool remove, MSG* mess
   const auto found = std::ranges::find_if(posted, [&](const MSG& waiting) { return filter.Admits(waiting); });
   if (found == posted.end()) return false;
   *message = *found;
+  message_time = static_cast<LONG>(message->time);
   if (remove) posted.erase(found);
   return true;
 }
@@ -92,18 +101,24 @@ bool ThreadQueue::TakeTimer(const MessageFilter& filter, bool remove, std::uint6
   if (!due) return false;
   *message = TimerMessage(*due);
   message->time = static_cast<DWORD>(now_ms);
-  if (remove) due->due_ms = now_ms + due->period_ms;  // ticks that nobody fetched are one
+  if (!remove) return true;
+  if (due->message != WM_TIMER) {
+    timers.erase(timers.begin() + (due - timers.data()));
+    tracking.flags &= ~static_cast<DWORD>(TME_HOVER);
+  } else {
+    due->due_ms = now_ms + due->period_ms;  // ticks that nobody fetched are one
+  }
   return true;
 }
 
-bool ThreadQueue::Take(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message) {
-  if (TakePosted(filter, remove, message)) {
-    message_time = static_cast<LONG>(message->time);
-    return true;
-  }
+bool ThreadQueue::TakeLate(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message) {
   if (quit) {
     *message = {nullptr, WM_QUIT, static_cast<WPARAM>(*quit), 0, static_cast<DWORD>(now_ms), {}};
     if (remove) quit.reset();
+    return true;
+  }
+  if (const HWND window = WindowToPaint(*this, filter)) {
+    *message = {window, WM_PAINT, 0, 0, static_cast<DWORD>(now_ms), {}};
     return true;
   }
   if (!TakeTimer(filter, remove, now_ms, message)) return false;
@@ -112,7 +127,7 @@ bool ThreadQueue::Take(const MessageFilter& filter, bool remove, std::uint64_t n
 }
 
 bool ThreadQueue::HasNews(const MessageFilter& filter) const {
-  if (!sent.empty() || quit) return true;
+  if (!sent.empty() || quit || input_news || WindowToPaint(*this, filter)) return true;
   return std::ranges::any_of(posted, [&](const MSG& waiting) { return filter.Admits(waiting); });
 }
 
@@ -122,6 +137,20 @@ std::optional<std::uint64_t> ThreadQueue::NextTimer(const MessageFilter& filter)
     if (filter.Admits(TimerMessage(timer))) next = std::min(next.value_or(timer.due_ms), timer.due_ms);
   }
   return next;
+}
+
+void ThreadQueue::Push(const InputEvent& event) {
+  const auto moves = [](const InputEvent& each) {
+    return (each.kind == InputKind::Mouse && each.message == WM_MOUSEMOVE) ||
+           (each.kind == InputKind::Touch && each.message == WM_POINTERUPDATE);
+  };
+  if (!input.empty() && moves(input.back()) && moves(event) && input.back().kind == event.kind &&
+      input.back().window == event.window && (event.kind == InputKind::Mouse || input.back().data == event.data)) {
+    input.back() = event;
+  } else if (input.size() < kMostPosted) {
+    input.push_back(event);
+  }
+  input_news = true;
 }
 
 DWORD ThreadQueue::Post(const MSG& message) {
@@ -134,6 +163,8 @@ DWORD ThreadQueue::Post(const MSG& message) {
 DWORD ThreadQueue::Status(std::uint64_t now_ms) const {
   DWORD status = sent.empty() ? 0u : QS_SENDMESSAGE;
   if (!posted.empty() || quit) status |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
+  if (!input.empty()) status |= QS_INPUT;
+  if (WindowToPaint(*this, {})) status |= QS_PAINT;
   if (const auto next = NextTimer({}); next && *next <= now_ms) status |= QS_TIMER;
   return status;
 }
@@ -141,7 +172,26 @@ DWORD ThreadQueue::Status(std::uint64_t now_ms) const {
 void ThreadQueue::Forget(HWND window) {
   std::erase_if(posted, [&](const MSG& message) { return message.hwnd == window; });
   std::erase_if(timers, [&](const WindowTimer& timer) { return timer.window == window; });
-  if (active == window) active = nullptr;
+  std::erase_if(input, [&](const InputEvent& event) { return event.window == window; });
+  for (HWND* mark : {&active, &focus, &capture, &tracking.window, &last_click.window}) {
+    if (*mark == window) *mark = nullptr;
+  }
+}
+
+void RunOn(const std::shared_ptr<ThreadQueue>& queue, std::function<void()> task, bool wait) {
+  if (queue->thread == GetCurrentThreadId()) {
+    task();
+    return;
+  }
+  const auto message = std::make_shared<SentMessage>();
+  message->task = std::move(task);
+  {
+    std::scoped_lock lock(WaitLock());
+    if (queue->ended) return;
+    queue->sent.push_back(message);
+  }
+  WakeWaiters();
+  if (wait) WaitWhileAnswering(*ThreadQueue::Mine(), INFINITE, [&] { return message->done; });
 }
 
 void RunSentMessages(ThreadQueue& queue) {
@@ -153,7 +203,7 @@ void RunSentMessages(ThreadQueue& queue) {
       message = std::move(queue.sent.front());
       queue.sent.pop_front();
     }
-    const LRESULT result = CallWindow(message->window, message->message, message->wparam, message->lparam);
+    const LRESULT result = RunSent(*message);
     Answer(*message, result);
     {
       std::scoped_lock lock(WaitLock());

@@ -3,17 +3,20 @@
 
 #include <windows.h>
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
+#include "winhost/window/input_event.h"
 #include "winhost/window/packet.h"
 
 namespace winhost {
 
-// A message on its way to a window of another thread; its sender waits until `done`.
+// A message on its way to a window of another thread; its sender waits until `done`. With a task it is that, and not a
+// message, which the thread runs.
 struct SentMessage {
   HWND window = nullptr;
   UINT message = 0;
@@ -23,6 +26,7 @@ struct SentMessage {
   LRESULT result = 0;
   pid_t reply_to = 0;  // a sender in another process; 0: one in this, or nobody
   std::uint64_t request = 0;
+  std::function<void()> task;
 };
 
 struct WindowTimer {
@@ -31,6 +35,24 @@ struct WindowTimer {
   UINT period_ms = 0;
   std::uint64_t due_ms = 0;  // as MachineTicksMs counts
   TIMERPROC procedure = nullptr;
+  UINT message = WM_TIMER;  // WM_MOUSEHOVER: comes once, with `point`
+  LPARAM point = 0;
+};
+
+// What TrackMouseEvent asked for and has not got yet.
+struct MouseTracking {
+  HWND window = nullptr;
+  DWORD flags = 0;
+  DWORD hover_ms = 0;
+  POINT hover_from{};
+};
+
+// The last press of a button: a second one near it, soon, is a double click.
+struct LastClick {
+  HWND window = nullptr;
+  UINT message = 0;
+  POINT point{};
+  DWORD time = 0;
 };
 
 struct MessageFilter {
@@ -50,12 +72,16 @@ class ThreadQueue {
 
   explicit ThreadQueue(DWORD thread_id) : thread(thread_id) {}
 
-  // The first message in the order of the system: posted, then WM_QUIT, then a timer due by `now_ms`.
-  bool Take(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message);
-  // Whether Take would find something other than a timer, or a message was sent.
+  // In the order of the system: what was posted comes before input (see take_input.h), this before what TakeLate finds:
+  // WM_QUIT, then WM_PAINT, then a timer due by `now_ms`.
+  bool TakePosted(const MessageFilter& filter, bool remove, MSG* message);
+  bool TakeLate(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message);
+  // Whether there may be something other than a timer, or a message was sent.
   bool HasNews(const MessageFilter& filter) const;
   // When the next timer that the filter admits is due.
   std::optional<std::uint64_t> NextTimer(const MessageFilter& filter) const;
+  // For input that has come: keeps the moves of one pointer to the last of them.
+  void Push(const InputEvent& event);
   // ERROR_NOT_ENOUGH_QUOTA when 10,000 messages wait.
   DWORD Post(const MSG& message);
   // QS_… of what waits.
@@ -68,14 +94,27 @@ class ThreadQueue {
   std::vector<WindowTimer> timers;
   std::optional<int> quit;
   UINT_PTR last_timer_id = 0;
+  std::deque<InputEvent> input;
+  bool input_news = false;  // came in since TakeInput last looked
   HWND active = nullptr;
+  HWND focus = nullptr;
+  HWND capture = nullptr;
+  MouseTracking tracking;
+  LastClick last_click;
+  std::array<bool, 256> keys{};  // held, as the messages that were fetched tell it
+  std::array<bool, 256> toggles{};
+  char16_t key_character = 0;  // of the key press fetched last, if its device knew
   LONG message_time = 0;
+  DWORD message_point = 0;
   bool ended = false;  // its thread is gone; nothing more is accepted
 
  private:
-  bool TakePosted(const MessageFilter& filter, bool remove, MSG* message);
   bool TakeTimer(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message);
 };
+
+// Runs the task on the queue's thread when that next looks for messages or waits for an answer; at once, and before
+// this returns, when that is the calling thread. With `wait` this returns when it has run (or the thread has ended).
+void RunOn(const std::shared_ptr<ThreadQueue>& queue, std::function<void()> task, bool wait);
 
 // Runs what other threads have sent to the calling thread's windows.
 void RunSentMessages(ThreadQueue& queue);

@@ -35,13 +35,15 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
   {
     std::scoped_lock lock(WaitLock());
     auto& timers = queue->timers;
-    const auto same = [&](const WindowTimer& timer) { return timer.window == window && timer.id == id; };
+    const auto same = [&](const WindowTimer& timer) {
+      return timer.window == window && timer.id == id && timer.message == WM_TIMER;
+    };
     auto found = std::ranges::find_if(timers, same);
     if (found == timers.end()) {
       if (!window) id = ++queue->last_timer_id;  // a number that is nobody's timer is no wish either
       found = timers.insert(timers.end(), WindowTimer{});
     }
-    *found = {window, id, period, due, procedure};
+    *found = {window, id, period, due, procedure, WM_TIMER, 0};
   }
   WakeWaiters();
   return window && id == 0 ? 1 : id;
@@ -51,7 +53,9 @@ BOOL KillTimer(HWND window, UINT_PTR id) {
   const auto queue = QueueOf(window);
   if (!queue) return FALSE;
   std::scoped_lock lock(WaitLock());
-  const auto same = [&](const WindowTimer& timer) { return timer.window == window && timer.id == id; };
+  const auto same = [&](const WindowTimer& timer) {
+    return timer.window == window && timer.id == id && timer.message == WM_TIMER;
+  };
   if (std::erase_if(queue->timers, same) > 0) return TRUE;
   SetLastError(ERROR_INVALID_PARAMETER);
   return FALSE;

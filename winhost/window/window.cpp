@@ -6,6 +6,8 @@
 #include "winhost/kernel/waitable.h"
 #include "winhost/machine/faults.h"
 #include "winhost/machine/text.h"
+#include "winhost/window/drawing.h"
+#include "winhost/window/update.h"
 
 namespace winhost {
 namespace {
@@ -33,12 +35,43 @@ bool Fits(const WindowClass& known, const std::u16string& name, HINSTANCE instan
          (!owner || !instance || owner == instance || (known.values.style & CS_GLOBALCLASS));
 }
 
+std::shared_ptr<WindowClass> KnownClass(const std::u16string& name, HINSTANCE instance) {
+  std::scoped_lock lock(WaitLock());
+  const auto& classes = TheLocal().classes;
+  const auto found = std::ranges::find_if(classes, [&](const auto& known) { return Fits(*known, name, instance); });
+  return found == classes.end() ? nullptr : *found;
+}
+
 }  // namespace
 
 std::shared_ptr<Window> FindLocalWindow(HWND window) {
   std::scoped_lock lock(WaitLock());
   const auto found = TheLocal().windows.find(window);
   return found == TheLocal().windows.end() ? nullptr : found->second;
+}
+
+std::vector<std::shared_ptr<Window>> LocalWindows(const std::function<bool(const Window&)>& wanted) {
+  std::scoped_lock lock(WaitLock());
+  std::vector<std::shared_ptr<Window>> found;
+  for (const auto& [handle, window] : TheLocal().windows) {
+    if (wanted(*window)) found.push_back(window);
+  }
+  return found;
+}
+
+std::shared_ptr<Window> MyWindow(HWND handle) {
+  auto window = FindLocalWindow(handle);
+  if (window && window->queue->thread == GetCurrentThreadId()) return window;
+  SetLastError(WindowTable::Current()->Find(handle) ? ERROR_ACCESS_DENIED : ERROR_INVALID_WINDOW_HANDLE);
+  return nullptr;
+}
+
+HWND WindowToPaint(const ThreadQueue& queue, const MessageFilter& filter) {
+  for (const auto& [handle, window] : TheLocal().windows) {
+    if (window->queue.get() != &queue || (window->update.Empty() && !window->internal_paint)) continue;
+    if (filter.Admits({handle, WM_PAINT, 0, 0, 0, {}})) return handle;
+  }
+  return nullptr;
 }
 
 void EnterLocalWindow(std::shared_ptr<Window> window) {
@@ -80,10 +113,10 @@ std::u16string ClassText(LPCWSTR name_or_atom) {
 std::shared_ptr<WindowClass> FindWindowClass(LPCWSTR name_or_atom, HINSTANCE instance) {
   if (!name_or_atom) return nullptr;
   const std::u16string name = ClassText(name_or_atom);
-  std::scoped_lock lock(WaitLock());
-  const auto& classes = TheLocal().classes;
-  const auto found = std::ranges::find_if(classes, [&](const auto& known) { return Fits(*known, name, instance); });
-  return found == classes.end() ? nullptr : *found;
+  if (auto known = KnownClass(name, instance)) return known;
+  if (!EqualNoCase(name, u"tooltips_class32") || !TheDrawing().register_controls) return nullptr;
+  TheDrawing().register_controls();
+  return KnownClass(name, instance);
 }
 
 LRESULT CallWindow(HWND handle, UINT message, WPARAM wparam, LPARAM lparam) {

@@ -42,12 +42,14 @@ struct WindowTable::Slot {
   std::uint32_t window;  // 0: free
   std::int32_t process;
   std::uint64_t process_start;
-  std::uint64_t rank;  // the greater the further in front
+  std::uint64_t rank;  // the greater the further in front; even, so that one fits between two
   std::uint32_t thread;
   std::uint32_t parent;
   std::uint32_t style;
   std::uint32_t ex_style;
   std::uint32_t message_only;
+  RECT place;
+  RECT client;
   char16_t class_name[kName];
   char16_t title[kTitle];
 };
@@ -111,7 +113,8 @@ bool WindowTable::Live(Slot& slot) {
 
 WindowInfo WindowTable::Read(const Slot& slot) {
   return {Handle(slot.window), slot.process,  slot.thread,     Handle(slot.parent), slot.message_only != 0,
-          slot.style,          slot.ex_style, slot.class_name, slot.title};
+          slot.style,          slot.ex_style, slot.class_name, slot.title,          slot.place,
+          slot.client};
 }
 
 HWND WindowTable::Add(const WindowInfo& info) {
@@ -128,12 +131,14 @@ HWND WindowTable::Add(const WindowInfo& info) {
   *slot = Slot{};
   slot->process = getpid();
   slot->process_start = ProcessStartTicks(getpid());
-  slot->rank = ++block_->next_rank;
+  slot->rank = block_->next_rank += 2;
   slot->thread = info.thread;
   slot->parent = Number(info.parent);
   slot->style = info.style;
   slot->ex_style = info.ex_style;
   slot->message_only = info.message_only;
+  slot->place = info.place;
+  slot->client = info.client;
   Copy(info.class_name, slot->class_name);
   Copy(info.title, slot->title);
   slot->window = (block_->generation * kSlots + index) << 1;
@@ -154,13 +159,16 @@ std::optional<WindowInfo> WindowTable::Find(HWND window) {
 
 std::vector<WindowInfo> WindowTable::List(const std::function<bool(const WindowInfo&)>& wanted) {
   std::vector<std::pair<std::uint64_t, WindowInfo>> found;
+  constexpr std::uint64_t kTopmost = 1ull << 63;
   {
     const Lock lock(*this);
     for (Slot& slot : block_->slots) {
       if (slot.window == 0) continue;
       WindowInfo info = Read(slot);
       // The question whether its process lives is the dear one, so it comes last.
-      if (wanted(info) && Live(slot)) found.emplace_back(slot.rank, std::move(info));
+      if (wanted(info) && Live(slot)) {
+        found.emplace_back(slot.rank | (info.ex_style & WS_EX_TOPMOST ? kTopmost : 0), std::move(info));
+      }
     }
   }
   std::ranges::sort(found, std::greater(), [](const auto& pair) { return pair.first; });
@@ -188,8 +196,39 @@ bool WindowTable::SetTitle(HWND window, std::u16string_view title) {
 bool WindowTable::SetParent(HWND window, HWND parent) {
   return Change(window, [&](Slot& slot) { slot.parent = Number(parent); });
 }
+bool WindowTable::SetPlace(HWND window, const RECT& place, const RECT& client) {
+  return Change(window, [&](Slot& slot) {
+    slot.place = place;
+    slot.client = client;
+  });
+}
 bool WindowTable::Raise(HWND window) {
-  return Change(window, [&](Slot& slot) { slot.rank = ++block_->next_rank; });
+  return Change(window, [&](Slot& slot) { slot.rank = block_->next_rank += 2; });
+}
+bool WindowTable::Lower(HWND window) {
+  return Change(window, [&](Slot& slot) {
+    slot.rank = 0;
+    Renumber();
+  });
+}
+bool WindowTable::PutBehind(HWND window, HWND other) {
+  return Change(window, [&](Slot& slot) {
+    const Slot* before = SlotOf(other);
+    if (!before || before == &slot) return;
+    slot.rank = before->rank - 1;
+    Renumber();
+  });
+}
+
+void WindowTable::Renumber() {
+  std::vector<Slot*> order;
+  for (Slot& slot : block_->slots) {
+    if (slot.window != 0) order.push_back(&slot);
+  }
+  std::ranges::stable_sort(order, {}, [](const Slot* slot) { return slot->rank; });
+  std::uint64_t rank = 0;
+  for (Slot* slot : order) slot->rank = rank += 2;
+  block_->next_rank = rank;
 }
 
 HWND WindowTable::Foreground() {

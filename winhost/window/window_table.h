@@ -25,6 +25,13 @@ struct WindowInfo {
   DWORD ex_style = 0;
   std::u16string class_name;
   std::u16string title;  // at most 511 characters
+  RECT place{};          // of a child in its parent's client coordinates, of others on the screen
+  RECT client{};         // from the window's top left corner
+
+  bool child() const { return (style & WS_CHILD) != 0; }
+  bool shown() const { return (style & WS_VISIBLE) != 0; }
+  // Windows that stand on the screen by themselves.
+  bool top_level() const { return !message_only && !child(); }
 };
 
 // Any thread, any process. A window whose process has ended is gone; its place is used again, its handle is not.
@@ -46,13 +53,18 @@ class WindowTable {
   // The windows for which `wanted` says yes, foremost first. `wanted` runs under the table's lock.
   std::vector<WindowInfo> List(const std::function<bool(const WindowInfo&)>& wanted);
 
-  // Both answer false when there is no such window.
+  // All answer false when there is no such window.
   bool SetStyle(HWND window, DWORD clear, DWORD set);
   bool SetExStyle(HWND window, DWORD style);
   bool SetTitle(HWND window, std::u16string_view title);
   bool SetParent(HWND window, HWND parent);
+  bool SetPlace(HWND window, const RECT& place, const RECT& client);
 
+  // To the front of its kind: windows with WS_EX_TOPMOST stay before the others.
   bool Raise(HWND window);
+  bool Lower(HWND window);
+  // Just behind another one.
+  bool PutBehind(HWND window, HWND other);
   HWND Foreground();
   // Null: nobody. The former one.
   HWND SetForeground(HWND window);
@@ -69,6 +81,7 @@ class WindowTable {
   class Lock;
 
   Slot* SlotOf(HWND window);
+  void Renumber();
   bool Change(HWND window, const std::function<void(Slot&)>& change);
   static WindowInfo Read(const Slot& slot);
   static bool Live(Slot& slot);

@@ -6,6 +6,9 @@
 
 #include "winhost/kernel/waitable.h"
 #include "winhost/machine/faults.h"
+#include "winhost/window/activation.h"
+#include "winhost/window/display.h"
+#include "winhost/window/place.h"
 #include "winhost/window/window.h"
 
 namespace winhost {
@@ -22,9 +25,6 @@ std::optional<WindowInfo> Find(HWND window) {
   if (!info) SetLastError(ERROR_INVALID_WINDOW_HANDLE);
   return info;
 }
-
-// A title in a resource-number form ("\xFFFF" and a number) is none of ours.
-std::u16string Title(LPCWSTR title) { return title && *title != 0xFFFF ? std::u16string(title) : std::u16string(); }
 
 DWORD WhyNotMade(const WindowClass* window_class, DWORD style, HWND parent) {
   if (!window_class) return ERROR_CANNOT_FIND_WND_CLASS;
@@ -49,19 +49,64 @@ std::shared_ptr<Window> Enter(const WindowInfo& info, std::shared_ptr<WindowClas
   return window;
 }
 
+// Where a window that leaves it to the system begins: the work area's corner, three quarters of its size.
+RECT FirstPlace(int x, int y, int width, int height) {
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  if (x == CW_USEDEFAULT) x = work.left, y = work.top;
+  if (width == CW_USEDEFAULT) {
+    constexpr int kShare = 3, kOf = 4;
+    width = (work.right - work.left) * kShare / kOf;
+    height = (work.bottom - work.top) * kShare / kOf;
+  }
+  return {x, y, x + std::clamp(width, 0, 32'767), y + std::clamp(height, 0, 32'767)};
+}
+
+// A window with a sizing border, or one that is overlapped, is born within its own limits.
+void AskFirstLimits(HWND window, CREATESTRUCTW* creation) {
+  const bool overlapped = !(creation->style & (WS_POPUP | WS_CHILD));
+  if (!(creation->style & WS_THICKFRAME) && !overlapped) return;
+  const MINMAXINFO limits = AskLimits(window);
+  creation->cx = std::max<int>(std::min<int>(creation->cx, limits.ptMaxTrackSize.x), limits.ptMinTrackSize.x);
+  creation->cy = std::max<int>(std::min<int>(creation->cy, limits.ptMaxTrackSize.y), limits.ptMinTrackSize.y);
+}
+
+void TellFirstPlace(HWND handle) {
+  const auto window = FindLocalWindow(handle);
+  const auto info = Find(handle);
+  if (!window || !info || window->sized || !(info->style & (WS_POPUP | WS_CHILD))) return;
+  window->sized = true;
+  RECT client;
+  if (!GetClientRect(handle, &client)) return;
+  SendMessageW(handle, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+  SendMessageW(handle, WM_MOVE, 0,
+               MAKELPARAM(info->place.left + info->client.left, info->place.top + info->client.top));
+}
+
 // WM_NCCREATE and WM_CREATE; false when the window refused to be.
 bool TellCreated(HWND window, CREATESTRUCTW* creation) {
   const auto parameter = reinterpret_cast<LPARAM>(creation);
+  AskFirstLimits(window, creation);
+  RECT place{creation->x, creation->y, creation->x + creation->cx, creation->y + creation->cy};
+  WindowTable::Current()->SetPlace(window, place, {0, 0, creation->cx, creation->cy});
   if (!CallWindow(window, WM_NCCREATE, 0, parameter)) {
     CallWindow(window, WM_NCDESTROY, 0, 0);
     DropLocalWindow(window);
     return false;
   }
+  const RECT client = AskClient(window, place);
+  WindowTable::Current()->SetPlace(window, place, client);
   if (CallWindow(window, WM_CREATE, 0, parameter) == -1) {
     DestroyWindow(window);
     return false;
   }
+  TellFirstPlace(window);
   return IsWindow(window) != FALSE;  // it may have ended itself
+}
+
+int FirstShow(DWORD style) {
+  if (style & WS_MINIMIZE) return SW_SHOWMINIMIZED;
+  return style & WS_MAXIMIZE ? SW_SHOWMAXIMIZED : SW_SHOW;
 }
 
 // Children and, of a top-level window, what it owns.
@@ -107,10 +152,17 @@ LONG_PTR SetLong(HWND handle, int index, LONG_PTR value, std::size_t size) {
   const auto window = FindLocalWindow(handle);
   if (!window) return Fail<LONG_PTR>(Find(handle) ? ERROR_ACCESS_DENIED : ERROR_INVALID_WINDOW_HANDLE);
   const LONG_PTR former = GetLong(handle, index, size);
-  if (index == GWL_STYLE) {
-    window->table->SetStyle(handle, ~DWORD{0}, static_cast<DWORD>(value));
-  } else if (index == GWL_EXSTYLE) {
-    window->table->SetExStyle(handle, static_cast<DWORD>(value));
+  if (index == GWL_STYLE || index == GWL_EXSTYLE) {
+    STYLESTRUCT styles{static_cast<DWORD>(former), static_cast<DWORD>(value)};
+    const auto which = static_cast<WPARAM>(index);
+    SendMessageW(handle, WM_STYLECHANGING, which, reinterpret_cast<LPARAM>(&styles));
+    if (index == GWL_STYLE) {
+      window->table->SetStyle(handle, ~DWORD{0}, styles.styleNew);
+    } else {
+      window->table->SetExStyle(handle, styles.styleNew);
+    }
+    SendMessageW(handle, WM_STYLECHANGED, which, reinterpret_cast<LPARAM>(&styles));
+    Display::Current().Changed(handle);
   } else if (index == GWLP_HWNDPARENT) {
     window->table->SetParent(handle, reinterpret_cast<HWND>(value));
   } else {
@@ -128,14 +180,6 @@ LONG_PTR SetLong(HWND handle, int index, LONG_PTR value, std::size_t size) {
     }
   }
   return former;
-}
-
-int CopyText(const std::u16string& text, LPWSTR out, int capacity) {
-  if (!out || capacity <= 0) return 0;
-  const std::size_t count = std::min(text.size(), static_cast<std::size_t>(capacity) - 1);
-  text.copy(out, count);
-  out[count] = 0;
-  return static_cast<int>(count);
 }
 
 bool HasStyle(HWND window, DWORD style) {
@@ -159,16 +203,27 @@ HWND CreateWindowExW(DWORD ex_style, LPCWSTR class_name_or_atom, LPCWSTR title, 
   info.thread = GetCurrentThreadId();
   info.message_only = parent == HWND_MESSAGE;
   info.parent = info.message_only ? nullptr : parent;
-  info.style = style & ~static_cast<DWORD>(WS_VISIBLE);  // it is shown when it has been made
+  info.style = style & ~static_cast<DWORD>(WS_VISIBLE | WS_MINIMIZE | WS_MAXIMIZE);  // it is shown when it is made
   info.ex_style = ex_style;
   info.class_name = window_class->name;
   const auto window = Enter(info, window_class, instance, reinterpret_cast<LONG_PTR>(menu));
   if (!window) return nullptr;
   const HWND handle = window->handle;
-  CREATESTRUCTW creation{parameter, instance,           menu,    parent, height, width, y, x, static_cast<LONG>(style),
-                         title,     class_name_or_atom, ex_style};
+  const RECT place = FirstPlace(x, y, width, height);
+  CREATESTRUCTW creation{parameter,
+                         instance,
+                         menu,
+                         parent,
+                         place.bottom - place.top,
+                         place.right - place.left,
+                         place.top,
+                         place.left,
+                         static_cast<LONG>(style),
+                         title,
+                         class_name_or_atom,
+                         ex_style};
   if (!TellCreated(handle, &creation)) return nullptr;
-  if (style & WS_VISIBLE) ShowWindow(handle, SW_SHOW);
+  if (style & WS_VISIBLE) ShowWindow(handle, FirstShow(style));
   return handle;
 }
 
@@ -177,43 +232,16 @@ BOOL DestroyWindow(HWND handle) {
   if (!window) return Fail<BOOL>(Find(handle) ? ERROR_ACCESS_DENIED : ERROR_INVALID_WINDOW_HANDLE);
   if (window->queue->thread != GetCurrentThreadId()) return Fail<BOOL>(ERROR_ACCESS_DENIED);
   if (HasStyle(handle, WS_VISIBLE)) ShowWindow(handle, SW_HIDE);
+  if (GetCapture() == handle) ReleaseCapture();
+  if (GetFocus() == handle) SetFocus(nullptr);
   CallWindow(handle, WM_DESTROY, 0, 0);
   for (const WindowInfo& dependent : Dependents(handle)) {
     if (dependent.thread == GetCurrentThreadId()) DestroyWindow(dependent.window);
   }
   CallWindow(handle, WM_NCDESTROY, 0, 0);
   DropLocalWindow(handle);
+  Display::Current().Ended(handle);
   return TRUE;
-}
-
-LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  switch (message) {
-    case WM_NCCREATE: {
-      const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lparam);
-      WindowTable::Current()->SetTitle(window, Title(creation->lpszName));
-      return TRUE;
-    }
-    case WM_CLOSE:
-      DestroyWindow(window);
-      return 0;
-    case WM_SYSCOMMAND:
-      if ((wparam & 0xFFF0) == SC_CLOSE) SendMessageW(window, WM_CLOSE, 0, 0);
-      return 0;
-    case WM_QUERYENDSESSION:
-      return TRUE;
-    case WM_SETTEXT:
-      return WindowTable::Current()->SetTitle(window, Title(reinterpret_cast<LPCWSTR>(lparam)));
-    case WM_GETTEXT: {
-      const auto info = Find(window);
-      return info ? CopyText(info->title, reinterpret_cast<LPWSTR>(lparam), static_cast<int>(wparam)) : 0;
-    }
-    case WM_GETTEXTLENGTH: {
-      const auto info = Find(window);
-      return info ? static_cast<LRESULT>(info->title.size()) : 0;
-    }
-    default:
-      return 0;
-  }
 }
 
 LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -247,6 +275,9 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   if (was_disabled == (enable != FALSE)) {
     const auto disabled = static_cast<DWORD>(WS_DISABLED);
     WindowTable::Current()->SetStyle(window, enable ? disabled : 0, enable ? 0 : disabled);
+    if (!enable && GetFocus() == window) SetFocus(nullptr);
+    if (!enable && GetCapture() == window) ReleaseCapture();
+    if (FindLocalWindow(window)) Display::Current().Changed(window);
     SendMessageW(window, WM_ENABLE, static_cast<WPARAM>(enable != FALSE), 0);
   }
   return was_disabled;
@@ -257,32 +288,13 @@ HWND GetParent(HWND window) {
   return info && (info->style & (WS_CHILD | WS_POPUP)) ? info->parent : nullptr;
 }
 
-BOOL SetWindowTextW(HWND window, LPCWSTR text) {
-  if (FindLocalWindow(window)) return SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)) != 0;
-  return Find(window) && WindowTable::Current()->SetTitle(window, Title(text));
-}
-
-int GetWindowTextW(HWND window, LPWSTR text, int capacity) {
-  if (!text || capacity <= 0) return 0;
-  *text = 0;
-  if (FindLocalWindow(window)) {
-    return static_cast<int>(
-        SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(capacity), reinterpret_cast<LPARAM>(text)));
-  }
-  const auto info = Find(window);
-  return info ? CopyText(info->title, text, capacity) : 0;
-}
-
-int GetWindowTextLengthW(HWND window) {
-  if (FindLocalWindow(window)) return static_cast<int>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
-  const auto info = Find(window);
-  return info ? static_cast<int>(info->title.size()) : 0;
-}
-
-int GetClassNameW(HWND window, LPWSTR name, int capacity) {
-  if (!name || capacity <= 0) return Fail<int>(ERROR_INVALID_PARAMETER);
-  const auto info = Find(window);
-  return info ? CopyText(info->class_name, name, capacity) : 0;
+HWND SetParent(HWND child, HWND parent) {
+  const auto info = Find(child);
+  if (!info || !MyWindow(child)) return nullptr;
+  if (parent && !Find(parent)) return nullptr;
+  WindowTable::Current()->SetParent(child, parent);
+  InvalidateRect(child, nullptr, TRUE);
+  return info->parent;
 }
 
 DWORD GetWindowThreadProcessId(HWND window, LPDWORD process) {

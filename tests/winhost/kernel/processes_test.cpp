@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -216,6 +217,15 @@ TEST_F(LaunchTest, ParametersReachAPlainLinuxProgramAsWords) {
   EXPECT_TRUE(std::filesystem::exists(folder_ / "a b"));
 }
 
+TEST_F(LaunchTest, NobodyWaitsForAProgramThatNeverSaysItIsUp) {
+  Start();
+  PutProgram("C:\\App\\sleep.exe", "/bin/sleep");
+  const auto before = std::chrono::steady_clock::now();
+  ASSERT_EQ(Launch(TEXT("C:\\App\\sleep.exe"), TEXT("1000")), 0u);
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
+  EXPECT_TRUE(End(IdOf(u"sleep.exe")));
+}
+
 TEST_F(LaunchTest, NoChildOfThisProcessIsLeft) {
   Start();
   PutProgram("C:\\App\\true.exe", "/bin/true");
@@ -289,6 +299,17 @@ TEST_F(RegistrationTest, LibraryIsLoadedAndItsEntryPointCalled) {
   EXPECT_EQ(Run("/s \"C:\\My App\\text.dll\""), 3);
   EXPECT_EQ(Run("/s"), 1);
   EXPECT_EQ(Journal("debugger").at(0)["text"], "regsvr32: registered C:\\My App\\Ext.dll");
+}
+
+TEST_F(RegistrationTest, OneAfterTheOtherWhereLaunchesWait) {
+  Start(R"({"launches_wait": true})");
+  PutProgram("C:\\App\\sleep.exe", "/bin/sleep");
+  ASSERT_EQ(Launch(TEXT("C:\\App\\sleep.exe"), TEXT("0.1")), 0u);
+  EXPECT_EQ(IdOf(u"sleep.exe"), 0u);
+  for (std::size_t ended = 1; ended <= 3; ++ended) {
+    ShellExecuteW(nullptr, nullptr, TEXT("C:\\Windows\\system32\\regsvr32.exe"), TEXT("/s"), nullptr, SW_HIDE);
+    EXPECT_EQ(Journal("exits").size(), ended);
+  }
 }
 
 TEST_F(RegistrationTest, FilesOfARunningProgramAreNotDeletedButRenamed) {

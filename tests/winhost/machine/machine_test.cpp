@@ -1,5 +1,8 @@
 #include "winhost/machine/machine.h"
 
+#include <atomic>
+#include <thread>
+
 #include "tests/support/machine_fixture.h"
 #include "winhost/machine/clock.h"
 #include "winhost/machine/faults.h"
@@ -53,6 +56,22 @@ TEST_F(MachineTest, PlannedFaultsCountTheirCalls) {
   EXPECT_EQ(PlannedFault("WriteFile", u"C:\\VantaPictor\\a"), std::nullopt);
   for (int i = 0; i < 3; ++i) EXPECT_EQ(PlannedFault("DeleteFileW", u"C:\\x"), 5u);
   EXPECT_EQ(PlannedFault("ReadFile", u"C:\\x"), std::nullopt);
+}
+
+TEST_F(MachineTest, HeldCallGoesOnWhenTheFileIsThere) {
+  Start(R"({"faults": [{"operation": "ReadFile", "until": "C/go"},
+                       {"operation": "WriteFile", "until": "C/go", "error": 112}]})");
+  std::atomic<bool> through{false};
+  std::thread reader([&] {
+    EXPECT_EQ(PlannedFault("ReadFile", u"C:\\x"), std::nullopt);
+    through = true;
+  });
+  while (!Exists("C:\\go.wanted")) std::this_thread::yield();
+  EXPECT_FALSE(through);
+  Put("C:\\go", "");
+  reader.join();
+  EXPECT_FALSE(Exists("C:\\go.wanted"));
+  EXPECT_EQ(PlannedFault("WriteFile", u"C:\\x"), 112u);
 }
 
 TEST(MachineTextTest, IllFormedTextBecomesReplacementCharacters) {

@@ -36,7 +36,7 @@ TEST_F(WindowsTest, AnAtomStandsForItsClass) {
 
 TEST_F(WindowsTest, AWindowIsToldOfItsLife) {
   const HWND window = Create();
-  EXPECT_EQ(Told(), (std::vector<UINT>{WM_NCCREATE, WM_CREATE}));
+  EXPECT_EQ(Told(), (std::vector<UINT>{WM_NCCREATE, WM_NCCALCSIZE, WM_CREATE, WM_SIZE, WM_MOVE}));
   Told().clear();
   EXPECT_TRUE(DestroyWindow(window));
   EXPECT_EQ(Told(), (std::vector<UINT>{WM_DESTROY, WM_NCDESTROY}));
