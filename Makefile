@@ -3,7 +3,7 @@
 # Every target installs what it lacks first (tools/deps.sh, Debian packages; silent when nothing is missing).
 
 .DEFAULT_GOAL := help
-.PHONY: help deps run check test windows test-windows bench fuzz lint format ci clean
+.PHONY: help deps run check test windows test-windows bench gallery fuzz lint format ci clean
 
 SHELL := /bin/bash
 JOBS ?= $(shell nproc)
@@ -24,6 +24,7 @@ deps:  ## install the packages that building and running need
 	@tools/deps.sh build
 
 run: deps host-release windows-i686  ## build, pack, install the sample product on a fresh machine, show what it did
+	@tools/deps.sh run
 	@tools/run.sh $(HOST)
 
 .PHONY: host-release windows-i686 windows-x64
@@ -49,9 +50,13 @@ windows: windows-i686 windows-x64  ## the Windows executables, i686 (shipped) an
 test-windows: windows-x64  ## the x86_64 executable under Wine, compared with what the Linux build leaves
 	@tests/windows/run.sh
 
+gallery: host-release  ## every window, page and state of the skin at four scales: build/gallery
+	@tools/deps.sh gallery
+	@python3 tools/gallery.py --vantakit $(HOST)/vantakit --out build/gallery
+
 bench: deps host-release windows-i686  ## speed and size, each beside its peer
 	@tools/deps.sh bench
-	@cmake --build $(HOST) -j $(JOBS) --target extract_bench
+	@cmake --build $(HOST) -j $(JOBS) --target extract_bench markup_bench
 	@python3 tests/bench/run.py --build $(HOST)
 
 fuzz: deps  ## each fuzzer for FUZZ_SECONDS (60) seconds

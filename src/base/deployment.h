@@ -13,7 +13,8 @@
 namespace vanta {
 
 struct Deployment {
-  // Host names; the defaults lie in a domain that never resolves.
+  // Host names, all but the publisher's perhaps with a port ("host:8443"); the defaults lie in a domain that never
+  // resolves.
   String publisher = TEXT("publisher.invalid");
   String statistics_host = TEXT("statistics.invalid");
   String upgrade_host = TEXT("upgrade.invalid");

@@ -2,8 +2,9 @@
 
 #include "base/lock.h"
 #include "base/resource.h"
-#include "setupui/dpi_awareness.h"
+#include "lumo/core/library.h"
 #include "setupui/skin_path.h"
+#include "setupui/skin_resources.h"
 #include "setupui/string_table.h"
 
 namespace vanta {
@@ -36,7 +37,10 @@ bool Inflate(LONG index, HGLOBAL block, DWORD size) {
 
 int LoadSkinResource(WORD id, const WCHAR* type, const char* password) {
   const std::string_view bytes = FindOwnResource(MAKEINTRESOURCEW(id), type);
-  if (bytes.empty()) return SkinResourceFailure;
+  return bytes.empty() ? SkinResourceFailure : LoadSkinArchive(bytes, password);
+}
+
+int LoadSkinArchive(std::string_view bytes, const char* password) {
   Skin& skin = process_skin.Get();
   skin.Close();
   skin.archive = OpenFromMemory(bytes.data(), bytes.size(), password);
@@ -50,8 +54,7 @@ int InitSkin(const WCHAR* root, const WCHAR* theme, const WCHAR* language, bool 
   Skin& skin = process_skin.Get();
   skin.theme_folder = WithSeparator(root) + WithSeparator(theme);
   skin.language_folder = WithSeparator(root) + WithSeparator(language);
-  if (dpi_aware) DeclareDpiAware();
-  LoadStringTable(skin.language_folder);
+  lumo::InitLibrary(SkinResources(), dpi_aware, [] { LoadStringTable(SkinLanguageFolder()); });
   return SkinOk;
 }
 
@@ -84,6 +87,7 @@ const ZipPlace* FindSkinEntry(const ZipIndex& entries, StringView path) {
 
 int ShutdownSkin() {
   process_skin.Get().Close();
+  lumo::ShutdownLibrary();
   return SkinOk;
 }
 

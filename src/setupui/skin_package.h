@@ -17,10 +17,13 @@ enum SkinResult : int { SkinOk = 0, SkinMissingArgument = 1, SkinResourceFailure
 using UniqueGlobal = Unique<HGLOBAL, &GlobalFree>;
 
 // Opens the archive in the executable's resource (`id`, `type`) in place of one already open. SkinOk or
-// SkinResourceFailure, which leaves no package open: lookups then find nothing and callers turn to the disk.
+// SkinResourceFailure: without a package lookups find nothing and callers turn to the disk.
 int LoadSkinResource(WORD id, const WCHAR* type, const char* password);
 
-// Sets the theme and language folders below `root`, declares the process DPI-aware where asked, and loads the string
+// The same for an archive in memory, which must stay there until the package is closed.
+int LoadSkinArchive(std::string_view bytes, const char* password);
+
+// Starts the UI library: sets the theme and language folders below `root`, declares the process DPI-aware where asked, and loads the string
 // table. SkinOk, or SkinMissingArgument when a folder is null.
 int InitSkin(const WCHAR* root, const WCHAR* theme, const WCHAR* language, bool dpi_aware);
 
@@ -39,7 +42,7 @@ bool SkinFileExists(StringView path);
 // Where a package with these entries has the file of a path as layouts write it; null when it has none.
 const ZipPlace* FindSkinEntry(const ZipIndex& entries, StringView path);
 
-// Closes the package, after the last window is gone. SkinOk.
+// Closes the package and ends the UI library, after the last window is gone. SkinOk.
 int ShutdownSkin();
 
 }  // namespace vanta

@@ -83,3 +83,38 @@ def make_listing(folder, count):
         write(path, ((f"resources/themes/default/folder{i % 37}/picture{i}.svg", b"x") for i in range(count)),
               zipfile.ZIP_STORED)
     return path
+
+
+TAGS = ["VBox", "HBox", "TabBox", "Control", "Label", "Button", "CheckBox", "Progress"]
+BOXES = TAGS[:3]
+ATTRIBUTES = {
+    "name": "lb_title{}", "width": "{}", "height": "{}", "margin": "{},4,0,8", "font": "system_12", "theme": "btn_green",
+    "normaltextcolor": "darkcolor{}", "bkimage": "file='../public/icon/logo.svg' color='svg_{}' dest='0,0,16,16'",
+    "textid": "STRID_PICTOR_USEAGREE", "halign": "center", "bkcolor": "back_{}", "visible": "0", "textpadding": "0,0,{},0",
+}
+
+
+def make_layout(folder, size):
+    """A layout of about `size` bytes, in the manner of a skin's."""
+    path = pathlib.Path(folder) / f"layout-{size}.xml"
+    if path.exists():
+        return path
+    rolls = random.Random(size)
+    parts = ['<?xml version="1.0" encoding="utf-8"?>\n<Window size="600,400" caption="0,0,0,280">\n']
+    written, stack = len(parts[0]), ["Window"]
+    while written < size or len(stack) > 1:
+        if len(stack) > 1 and (written >= size or rolls.random() < 0.32 or len(stack) > 8):
+            tag = stack.pop()
+            line = f"{'  ' * len(stack)}</{tag}>\n"
+        else:
+            tag = rolls.choice(TAGS)
+            chosen = rolls.sample(list(ATTRIBUTES), rolls.randint(1, 7))
+            values = "".join(f' {name}="{ATTRIBUTES[name].format(rolls.randint(0, 99))}"' for name in chosen)
+            line = f"{'  ' * len(stack)}<{tag}{values}{'>' if tag in BOXES else '/>'}\n"
+            stack += [tag] if tag in BOXES else []
+        parts.append(line)
+        written += len(line)
+    unfinished = path.with_suffix(".part")
+    unfinished.write_text("".join(parts) + "</Window>\n")
+    unfinished.rename(path)
+    return path

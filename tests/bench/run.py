@@ -20,6 +20,7 @@ import tempfile
 import time
 
 import corpora
+from corpora import KB, MB
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 OUT = ROOT / "build/bench"
@@ -164,6 +165,25 @@ def listing(table, bench):
     return results
 
 
+def markup(table, bench):
+    """Loading and walking layouts, beside pugixml; each figure is the median of its turns, each ratio that of five runs."""
+    results = {}
+    print("\nThe markup reader beside pugixml")
+    for size, title in ((12 * KB, "a 12 KB layout"), (10 * MB, "a 10 MB document")):
+        path = corpora.make_layout(OUT / "corpora", size)
+        runs = [json.loads(subprocess.run([bench, path], check=True, capture_output=True, text=True).stdout)
+                for _ in range(5)]
+        middle = {field: statistics.median(run[field] for run in runs) for field in runs[0]}
+        load = middle["load_to_peer"] = statistics.median(run["load_ms"] / run["peer_load_ms"] for run in runs)
+        walk = middle["walk_to_peer"] = statistics.median(run["walk_ms"] / run["peer_walk_ms"] for run in runs)
+        results[title] = middle
+        print(f"  {title}: load {middle['load_ms']:.4f} ms (peer {middle['peer_load_ms']:.4f}), "
+              f"walk {middle['walk_ms']:.4f} ms (peer {middle['peer_walk_ms']:.4f})")
+        table.target(f"loading {title}", load, 1, f"{load:.2f} of pugixml's time (at most 1)")
+        table.target(f"walking {title}", walk, 2, f"{walk:.2f} of pugixml's time (at most 2)")
+    return results
+
+
 def executable_size(table, windows):
     bare = windows / "bare/VantaPictorSetup.exe"
     if not bare.exists():
@@ -188,6 +208,7 @@ def main():
         sys.exit(f"bench: missing {', '.join(missing) or bench}")
     table = Table()
     results = {"extraction": extraction(table, Programs(bench), arguments.quick), "reader": listing(table, bench),
+               "markup": markup(table, bench.with_name("markup_bench")),
                "executable_bytes": executable_size(table, arguments.windows), "targets": table.targets}
     (OUT / "results.json").write_text(json.dumps(results, indent=2) + "\n")
     missed = [row["what"] for row in table.targets if not row["met"]]

@@ -71,9 +71,36 @@ SEEDS = {
         b"; comment = x\r\nKEY = value\\nnext\n\nA=\nB= \nC=1=2\nKEY=later",
         "\ufeffSTRID_PICTOR_INSTING = \u6b63\u5728\u4e3a\u60a8\u5b89\u88c5  %d%%\r\n".encode(),
     ],
+    "markup_fuzz": [
+        b"<?xml version='1.0' encoding='gb2312'?><!DOCTYPE a [<!b>]><Window size=\"600,400\"><VBox/><!-- c --></Window>",
+        b"<a b='x>y' c=d e><b></c></a>&amp;<![CDATA[<]]><p q='&#x41;&nbsp;&lt;'/>",
+        b"<html><head><meta http-equiv='Content-Type' content='text/html; charset=big5'>\xa4\xa4",
+        b"\xff\xfe<\0a\0/\0>\0", b"\xfe\xff\0<\0a\0/\0>", b"\xef\xbb\xbf<a/>",
+    ],
+    "globals_fuzz": [
+        b"<Font id='system_12' name='system' size='12' bold='1' default='1'/><Color name='c' value='#ff00bb96'/>",
+        b"<Theme name='a' x='1' theme='b b'/><Theme name='b' theme='a c' y='2'/><Theme name='c' z='3'/>",
+    ],
+    "attribute_lists_fuzz": [
+        b"normaltextcolor=\"dark\" bkimage=\"file='a.png' corner='1,2,3,4'\"",
+        b"file='../public/icon/logo.svg' color='svg_01' dest='0,0,16,16' fade=''",
+    ],
     "skin_path_fuzz": [
         b"resources\\themes\\default\\SetupWnd\\../public//icon/./logo.svg",
         b"../a/b/../../../c", b"/a/..", b"C:/x/..\\y/.",
+    ],
+    "image_attribute_fuzz": [
+        b"./bk_bg.png",
+        b"file='a.svg' dest='0,0,16,16' source='1,2,3,4' corner='5,5,5,5' fade='128' xtiled='1' ytiled='1' "
+        b"playcount='-1' interval='40' framecount='3' angle='30' color='svg_01' scale='1.6'",
+    ],
+    "svg_fuzz": [
+        b"\0<svg width='16' height='16' viewBox='0 0 32 32'><g transform='rotate(10 4 4)' style='stroke:#fff'>"
+        b"<path d='M1 1C2 3 4 5 6 7A3 4 5 0 1 8 9z' fill='url(#g)' stroke-dasharray='2 1'/></g></svg>",
+        b"\5<svg width='9' height='9'><defs><linearGradient id='g' x2='1'><stop offset='0' stop-color='#f80'/>"
+        b"<stop offset='1' stop-opacity='.5'/></linearGradient><radialGradient id='r' xlink:href='#g'/></defs>"
+        b"<rect width='9' height='4' rx='1' fill='url(#g)'/><circle cx='4' cy='6' r='2' fill='url(#r)' stroke='red' "
+        b"stroke-linejoin='round'/><polygon points='1,1 2,2 3,1' stroke-width='2' stroke='#123'/></svg>",
     ],
 }
 

@@ -6,6 +6,7 @@
 #include "tools/vantakit/commands.h"
 #include "tools/vantakit/name_rules.h"
 #include "tools/vantakit/signing.h"
+#include "tools/vantakit/skin_source.h"
 #include "winhost/image/mapped_file.h"
 #include "winhost/image/pe_image.h"
 
@@ -68,7 +69,8 @@ int RunCheck(int argc, char** argv) {
   Findings findings;
   if (const auto folder = arguments.Get("payload")) findings = CheckPayload(*folder);
   if (const auto folder = arguments.Get("skin")) {
-    for (const std::string& finding : CheckSkin(*folder)) findings.push_back(finding);
+    const SkinSource skin(*folder);
+    for (const std::string& finding : CheckSkin(skin.Folder())) findings.push_back(finding);
   }
   for (const std::string& finding : findings) std::printf("%s\n", finding.c_str());
   return findings.empty() ? 0 : 1;

@@ -28,5 +28,6 @@ int RunCheck(int argc, char** argv);
 int RunWrap(int argc, char** argv);
 int RunView(int argc, char** argv);
 int RunMachine(int argc, char** argv);
+int RunPreview(int argc, char** argv);
 
 }  // namespace vantakit

@@ -11,11 +11,12 @@ namespace {
 struct HostField {
   const char* name;
   std::string DeploymentFields::*value;
+  bool server;  // is connected to
 };
-constexpr HostField kHosts[] = {{"publisher", &DeploymentFields::publisher},
-                                {"statistics", &DeploymentFields::statistics},
-                                {"upgrade", &DeploymentFields::upgrade},
-                                {"agreement", &DeploymentFields::agreement}};
+constexpr HostField kHosts[] = {{"publisher", &DeploymentFields::publisher, false},
+                                {"statistics", &DeploymentFields::statistics, true},
+                                {"upgrade", &DeploymentFields::upgrade, true},
+                                {"agreement", &DeploymentFields::agreement, true}};
 
 bool IsHostName(std::string_view name) {
   const auto plain = [](char c) {
@@ -23,6 +24,15 @@ bool IsHostName(std::string_view name) {
   };
   return !name.empty() && name.size() <= 253 && std::all_of(name.begin(), name.end(), plain) && name.front() != '.' &&
          name.front() != '-' && name.find("..") == name.npos;
+}
+
+// A host to connect to may name its port, as a test's server needs it.
+bool IsServerName(std::string_view name) {
+  const size_t colon = name.find(':');
+  if (colon == name.npos) return IsHostName(name);
+  const std::string_view port = name.substr(colon + 1);
+  const bool digits = !port.empty() && port.size() <= 5 && port.find_first_not_of("0123456789") == port.npos;
+  return digits && std::stoul(std::string(port)) <= 65535 && IsHostName(name.substr(0, colon));
 }
 
 bool IsKeyHash(std::string_view hash) {
@@ -58,7 +68,8 @@ DeploymentFields ReadDeployment(std::string_view block) {
 Findings CheckDeployment(const DeploymentFields& fields) {
   Findings findings;
   for (const HostField& host : kHosts) {
-    if (!IsHostName(fields.*host.value))
+    const std::string& name = fields.*host.value;
+    if (host.server ? !IsServerName(name) : !IsHostName(name))
       findings.push_back(std::string(host.name) + ": \"" + fields.*host.value + "\" is no host name");
   }
   for (const std::string& key : fields.maker_keys) {
@@ -70,7 +81,8 @@ Findings CheckDeployment(const DeploymentFields& fields) {
 Findings FindPlaceholders(const DeploymentFields& fields) {
   Findings findings;
   for (const HostField& host : kHosts) {
-    const std::string name = Lower(fields.*host.value);
+    const std::string whole = Lower(fields.*host.value);
+    const std::string name = whole.substr(0, whole.find(':'));
     if (name.empty() || name == "invalid" || name.ends_with(".invalid")) {
       findings.push_back(std::string(host.name) + ": \"" + fields.*host.value + "\" stands for a host that is not set");
     }

@@ -13,6 +13,7 @@ using vantakit::Command;
 constexpr Command kCommands[] = {
     {"pack", "make a finished setup of a bare one, a payload folder and a skin folder", vantakit::RunPack},
     {"check", "tell what in a payload or skin folder will not work", vantakit::RunCheck},
+    {"preview", "draw a layout of a skin, or open it in a window that follows changes", vantakit::RunPreview},
     {"wrap", "give a Linux program or library the form of a Windows image", vantakit::RunWrap},
     {"machine", "make a machine folder, show what it holds, compare two", vantakit::RunMachine},
     {"view", "answer JSON requests about single functions of the setup, one a line", vantakit::RunView},

@@ -11,6 +11,7 @@
 #include "tools/vantakit/deployment_block.h"
 #include "tools/vantakit/name_rules.h"
 #include "tools/vantakit/signing.h"
+#include "tools/vantakit/skin_source.h"
 #include "tools/vantakit/zip_writer.h"
 #include "winhost/image/host_image.h"
 #include "winhost/image/icon.h"
@@ -189,10 +190,10 @@ class Packer {
   }
 
   void AddSkin() {
-    const fs::path folder = arguments_.Required("skin");
-    const std::vector<FolderEntry> entries = ListSkin(folder);
+    const SkinSource skin(arguments_.Required("skin"));
+    const std::vector<FolderEntry> entries = ListSkin(skin.Folder());
     Refuse("files of the skin could not be found", CheckEntryNames(entries));
-    if (arguments_.Has("release")) Refuse("not fit for release", CheckSkin(folder));
+    if (arguments_.Has("release")) Refuse("not fit for release", CheckSkin(skin.Folder()));
     AddArchive(entries, ResourceName(u"SKIN"), kSkinResource, "skin.zip");
   }
 

@@ -1,16 +1,12 @@
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <cstdio>
-#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
 #include "tools/vantakit/commands.h"
+#include "tools/vantakit/passing_machine.h"
 #include "tools/vantakit/view/views.h"
-#include "winhost/machine/machine.h"
 
 namespace vantakit {
 namespace {
@@ -31,26 +27,6 @@ Json Answer(const Json& request) {
   return view->answer(request.at("input"));
 }
 
-// Views run on a machine of their own, in zone UTC, that is gone afterwards.
-class PassingMachine {
- public:
-  PassingMachine() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vanta-view-XXXXXX").string();
-    if (mkdtemp(pattern.data())) folder_ = pattern;
-    setenv("VANTA_MACHINE", folder_.c_str(), 1);
-    scope_.emplace(folder_);
-  }
-  ~PassingMachine() {
-    scope_.reset();
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-
- private:
-  std::filesystem::path folder_;
-  std::optional<winhost::MachineScope> scope_;
-};
-
 }  // namespace
 
 std::string AnswerLine(const std::string& line) {
@@ -68,6 +44,7 @@ std::string AnswerLine(const std::string& line) {
 }
 
 int RunView(int argc, char** argv) {
+  // Views run on a machine of their own, in zone UTC, that is gone afterwards.
   std::optional<PassingMachine> passing;
   // With "--here" the machine is the one that VANTA_MACHINE names; machine views call themselves so.
   if (argc < 2 || std::string(argv[1]) != "--here") passing.emplace();

@@ -1,0 +1,82 @@
+#include "lumo/controls/progress_bar.h"
+
+#include "lumo/controls/attribute_table.h"
+#include "lumo/controls/control_base.h"
+#include "lumo/controls/layout_math.h"
+#include "lumo/render/render.h"
+
+#include <limits.h>
+
+namespace lumo {
+namespace {
+
+template <auto Read, auto Set>
+constexpr auto kSet = &ApplyAs<ProgressBar, Read, Set>;
+
+constexpr AttributeRow<ProgressBar> kAttributes[] = {
+    {TEXT("hor"), kSet<ReadBoolean, &ProgressBar::SetHorizontal>},
+    {TEXT("max"), kSet<ReadInteger, &ProgressBar::SetMax>},
+    {TEXT("min"), kSet<ReadInteger, &ProgressBar::SetMin>},
+    {TEXT("progresscolor"), kSet<ReadText, &ProgressBar::SetColor>},
+    {TEXT("progressimage"), kSet<ReadText, &ProgressBar::SetImage>},
+    {TEXT("value"), kSet<ReadInteger, &ProgressBar::SetWholeValue>},
+};
+static_assert(SortedAndUnique(kAttributes));
+
+}  // namespace
+
+bool ProgressBar::SetAttribute(StringView name, StringView value) {
+  return ApplyAttribute(kAttributes, *this, name, value);
+}
+
+void ProgressBar::SetHorizontal(bool horizontal) {
+  if (horizontal == horizontal_) return;
+  horizontal_ = horizontal;
+  owner_.Invalidate();
+}
+
+void ProgressBar::SetMin(int min) {
+  range_.min = min;
+  owner_.Invalidate();
+}
+
+void ProgressBar::SetMax(int max) {
+  range_.max = max;
+  owner_.Invalidate();
+}
+
+void ProgressBar::SetMaxFrom(double max) {
+  SetMax(max >= INT_MAX ? INT_MAX : max <= INT_MIN ? INT_MIN : max == max ? static_cast<int>(max) : 0);
+}
+
+void ProgressBar::SetValue(double value) {
+  range_.value = value;
+  owner_.Invalidate();
+}
+
+void ProgressBar::SetImage(StringView text) {
+  image_.Assign(text);
+  owner_.Invalidate();
+}
+
+void ProgressBar::SetColor(StringView text) {
+  if (color_.text == text) return;
+  color_.Assign(text);
+  owner_.Invalidate();
+}
+
+RECT ProgressBar::SettleFill() {
+  range_.Settle();
+  const RECT& position = owner_.Position();
+  const RECT fill = ProgressFill(range_, ToLong(WideWidth(position)), ToLong(WideHeight(position)), horizontal_);
+  return Shift(fill, position.left, position.top);
+}
+
+void ProgressBar::Paint(IRender* render) {
+  const RECT fill = SettleFill();
+  if (IsRectEmpty(&fill)) return;
+  if (!color_.IsEmpty()) owner_.FillWhole(render, color_, fill);
+  if (image_.IsSet()) owner_.PaintImage(render, image_, &fill);
+}
+
+}  // namespace lumo

@@ -1,0 +1,84 @@
+#include <stdlib.h>
+
+#include <charconv>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "lumo/core/window.h"
+#include "tools/vantakit/arguments.h"
+#include "tools/vantakit/commands.h"
+#include "tools/vantakit/passing_machine.h"
+#include "tools/vantakit/preview/dressing.h"
+#include "tools/vantakit/preview/live.h"
+#include "tools/vantakit/preview/rects.h"
+#include "tools/vantakit/preview/stage.h"
+#include "winhost/window/screen.h"
+
+namespace vantakit {
+namespace {
+
+constexpr char kHelp[] =
+    "Draws a layout of a skin into a PNG, or opens it in a window that follows changes of the skin's files.\n\n"
+    "usage: vantakit preview LAYOUT [--skin DIR] [--page NAME] [--state NAME=WORD]… [--set NAME.ATTRIBUTE=VALUE]…\n"
+    "                        [--scale N] (--out FILE | --window | --rects)\n\n"
+    "LAYOUT is SetupWnd.xml, MessageWnd.xml, or a path below the theme folder.\n"
+    "WORD is normal, hot, pushed, disabled, selected, unselected, shown, hidden or focused.\n\n";
+constexpr Option kOptions[] = {
+    {"skin", Option::Value, "DIR", "folder that holds resources/… (default: \"skin\" beside this program)"},
+    {"page", Option::Value, "NAME", "page of a tab box to show"},
+    {"state", Option::Repeatable, "NAME=WORD", "state of a control"},
+    {"set", Option::Repeatable, "NAME.ATTRIBUTE=VALUE", "an attribute, as the layout would give it"},
+    {"scale", Option::Value, "N", "percent, 100 to 400 (default: 100)"},
+    {"out", Option::Value, "FILE", "picture to write"},
+    {"rects", Option::Flag, nullptr, "print name, class and rectangle of every control as JSON"},
+    {"window", Option::Flag, nullptr, "open it on the X display"},
+};
+
+int ScaleOf(const Arguments& arguments) {
+  const std::string text = arguments.Get("scale").value_or("100");
+  int scale = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
+  if (error != std::errc() || *end || scale < 100 || scale > 400) throw WrongArguments("--scale is 100 to 400");
+  return scale;
+}
+
+void Draw(HWND window, const std::filesystem::path& out) {
+  ShowWindow(window, SW_SHOWNA);
+  UpdateWindow(window);
+  // The first paint may have started what changes the picture: a second one shows it.
+  Settle();
+  if (!winhost::screen::SavePng(winhost::screen::Snapshot(window), out)) {
+    throw Failure(out.string() + ": cannot be written");
+  }
+}
+
+}  // namespace
+
+int RunPreview(int argc, char** argv) {
+  if (AskedForHelp(argc, argv, kHelp, kOptions)) return 0;
+  const Arguments arguments(kOptions, argc, argv);
+  if (arguments.rest().size() != 1) throw WrongArguments("one LAYOUT is wanted");
+  const bool live = arguments.Has("window");
+  if (arguments.Has("out") + arguments.Has("rects") + live != 1) {
+    throw WrongArguments("one of --out, --window and --rects is wanted");
+  }
+  const std::filesystem::path beside = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "skin";
+  const std::filesystem::path skin = arguments.Get("skin").value_or(beside.string());
+  const Dressing dressing = {arguments.Get("page").value_or(""), arguments.All("state"), arguments.All("set")};
+  if (live) setenv("VANTA_DISPLAY", "x11", 1);
+
+  const PassingMachine machine(nlohmann::json{{"dpi", ScaleOf(arguments) * 96 / 100}});
+  Stage stage(skin);
+  if (live) return RunLive(stage, skin, arguments.rest().front(), dressing);
+  const HWND window = stage.Open(arguments.rest().front(), nullptr);
+  Dress(*WindowBehind(window), dressing);
+  if (arguments.Has("rects")) {
+    std::printf("%s\n", RectsOf(*WindowBehind(window)).dump(1).c_str());
+  } else {
+    Draw(window, arguments.Required("out"));
+  }
+  DestroyWindow(window);
+  return 0;
+}
+
+}  // namespace vantakit
