@@ -80,6 +80,19 @@ def check_imports(executable):
             yield f"{executable.name}: imports {function}, which Windows XP lacks; look it up at run time"
 
 
+def check_delayed(archives):
+    """Delayed imports stand in no table of the executable, so what the objects ask for is looked at."""
+    refused = set(RULES["imports"]["refused"])
+    for archive in archives:
+        symbols = subprocess.run(["i686-w64-mingw32-nm", "-u", archive], capture_output=True, text=True, check=True).stdout
+        for function in sorted(set(re.findall(r"U _(?:_imp__)?(\w+)@\d+", symbols)) & refused):
+            yield f"{archive.name}: imports {function}, which Windows XP lacks; look it up at run time"
+    linked = re.findall(r"^delayed_imports\((.*)\)", (ROOT / "cmake/windows.cmake").read_text(), re.M)[0].split()
+    preloaded = re.findall(r'TEXT\("(\w+)\.dll"\)', (ROOT / "src/app/library_search.cpp").read_text())
+    for name in sorted(set(linked) ^ (set(preloaded) - {"Kernel32"})):
+        yield f"src/app/library_search.cpp:1: {name}.dll is delayed in cmake/windows.cmake alone, or here alone"
+
+
 def check_subsystem(executable):
     dump = subprocess.run(["i686-w64-mingw32-objdump", "-p", executable], capture_output=True, text=True, check=True).stdout
     version = tuple(int(re.search(rf"{which}SubsystemVersion\s+(\d+)", dump).group(1)) for which in ("Major", "Minor"))
@@ -99,6 +112,7 @@ def main():
     findings += check_imports(shipped)
     if shipped.exists():
         findings += check_subsystem(shipped)
+        findings += check_delayed(sorted((ROOT / "build/windows-i686").glob("*.a")))
     for finding in findings:
         print(finding)
     print(f"lint: {len(names)} files, {len(findings)} findings")

@@ -20,5 +20,5 @@ ctest --test-dir build/host-asan --output-on-failure -j "$jobs" --no-tests=error
 build host-tsan
 # Where threads or processes meet: waits, queues, sharing, the registry, the log, and installations beside a window.
 ctest --test-dir build/host-tsan --output-on-failure -j "$jobs" --no-tests=error -R \
-  '^winhost/(Threads|Messages|Windows|OtherProcess|Processes|Launch|Modules|Registry|FileSharing|FileMoves|ShellWindows|Services|Com)|^src/(Logger|SetupDriver|MessageLoop|CrashReporter|Extraction|MakerLibraries)|^e2e/window'
+  '^winhost/(Threads|Messages|Windows|OtherProcess|Processes|Launch|Modules|Registry|FileSharing|FileMoves|ShellWindows|Services|Com)|^src/(Logger|SetupDriver|MessageLoop|CrashReporter|Extraction|MakerLibraries)|^e2e/window|^storm/|^src/(HttpLog|HttpRequest|EasyCurl)|^winhost/(MultimediaTimers|WinInet)'
 tools/fuzz.sh 5

@@ -2,12 +2,12 @@
 
 #include "app/channel.h"
 #include "app/command_line.h"
+#include "app/library_search.h"
 #include "app/setup_driver.h"
 #include "app/window_registry.h"
 #include "install/product_config.h"
 #include "report/log/logger.h"
 #include "report/makerlibs/crash_reporter.h"
-#include "report/makerlibs/late_function.h"
 #include "report/makerlibs/safe_loader.h"
 #include "report/stats/http_log.h"
 #include "setupui/skin_package.h"
@@ -18,15 +18,6 @@
 
 namespace vanta {
 namespace {
-
-constexpr DWORD kSearchSystemFolderOnly = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
-
-constinit LateFunction<BOOL(WINAPI*)(DWORD)> set_dll_directories(TEXT("Kernel32.dll"), "SetDefaultDllDirectories");
-
-// First of all: from here on nothing planted beside the setup can be loaded by its bare name.
-void RestrictLibrarySearch() {
-  if (const auto call = set_dll_directories.Get()) call(kSearchSystemFolderOnly);
-}
 
 void InitialiseControls() {
   INITCOMMONCONTROLSEX classes = {};

@@ -4,6 +4,7 @@
 #include "app/install_state.h"
 #include "app/option_store.h"
 #include "base/com_values.h"
+#include "base/deployment.h"
 #include "base/lock.h"
 #include "base/unique.h"
 #include "install/app_paths.h"
@@ -19,6 +20,7 @@
 #include "install/viewer_processes.h"
 #include "report/log/logger.h"
 #include "report/stats/http_log.h"
+#include "report/stats/report_url.h"
 
 #include <process.h>
 
@@ -94,7 +96,7 @@ String StatusWord() {
 
 Next Report() {
   CVantaHttpLog::Instance().PostStatus(StatusWord(), false);
-  CVantaHttpLog::Instance().SendInstallReport(TEXT("/upgrade/install"));
+  CVantaHttpLog::Instance().SendInstallReport(InstallReportEndpoint(GetDeployment().upgrade_host));
   return Next::Continue;
 }
 

@@ -7,7 +7,7 @@
 #include "base/unique.h"
 #include "install/directories.h"
 #include "install/product.h"
-#include "report/makerlibs/late_function.h"
+#include "base/late_function.h"
 
 #include <psapi.h>
 #include <shlwapi.h>

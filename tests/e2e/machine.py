@@ -12,6 +12,8 @@ import time
 from pathlib import Path
 
 CLOCK = {"at": "2024-03-05T14:07:09", "stands": True}
+# Programs that are started have ended before their starter goes on, so that what they leave comes in one order.
+DEFAULTS = {"clock": CLOCK, "launches_wait": True}
 TIMEOUT = 60  # real seconds; an installation takes less than one
 LOG_CONFIGURATION = "[*]\r\nlog=2\r\n"
 
@@ -24,17 +26,20 @@ class Machine:
         self.before = {}   # Windows path → where it was put
         self.digests = {}  # … and the SHA-256 of what was put there
         self.held = []
+        self.server = None  # that of the maker, where a scenario has one
         self.stderr = []
         self.seen = []     # what the driver's window was sent
         self.started = []  # what runInstaller answered, a line a driver
         self.folder.mkdir()
-        (self.folder / "machine.json").write_text(json.dumps({"clock": CLOCK, **facts}))
+        (self.folder / "machine.json").write_text(json.dumps({**DEFAULTS, **facts}))
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
         self.let_go()
+        if self.server:
+            self.server.stop()
         shutil.rmtree(self.scratch, ignore_errors=True)
 
     def linux_path(self, windows_path):

@@ -67,7 +67,8 @@ class Setup:
     keys      "none": accepts nobody's signature
     payload   "small" (products/small.json), or {"files": {name: content}} in place of the sample product, or
               {"small": {…}} or {"sample": {name: content or null}}: that product with files changed or left out
-    resource  "missing", "empty", "garbage" or "truncated": what is wrong with the payload resource
+    resource  what is odd about the payload resource: "missing", "empty", "garbage", "truncated", "bad data", or one of
+              ARCHIVE_ODDITIES, as [name, entry]; without an entry it is so of all of them
     """
 
     def __init__(self, build, description, program):
@@ -111,7 +112,7 @@ class Setup:
 
     def _make(self, path):
         words = [self.build.vantakit, "pack", "--setup", self.build.bare(self.program), "--payload", self.product,
-                 "--skin", ROOT / "skin", "--out", path, "--level", "1",
+                 "--skin", self.build.folder / "skin", "--out", path, "--level", "1",
                  "--version", self.description.get("version", "1.0.0.0")]
         if self.description.get("keys") == "none":
             words += ["--maker-key", "0" * 64]
@@ -173,6 +174,41 @@ def spoil_signature(build, source, target, how):
             bare.unlink()
 
 
+def archive_entries(data, begin, size, wanted=None):
+    """Where the central and local headers of the archive's entries stand."""
+    end = data.rindex(b"PK\5\6", begin, begin + size)
+    count, _, at = struct.unpack_from("<HII", data, end + 10)
+    at += begin
+    for _ in range(count):
+        name, extra, comment = struct.unpack_from("<HHH", data, at + 28)
+        (local,) = struct.unpack_from("<I", data, at + 42)
+        if wanted in (None, data[at + 46:at + 46 + name].decode()):
+            yield at, begin + local
+        at += 46 + name + extra + comment
+
+
+def unreadable(data, central, _):
+    data[central:central + 4] = b"none"
+
+
+def backslashes(data, central, local):
+    for header, lengths in ((central, 28), (local, 26)):
+        (length,) = struct.unpack_from("<H", data, header + lengths)
+        name = slice(header + (46 if header == central else 30), header + (46 if header == central else 30) + length)
+        data[name] = data[name].replace(b"/", b"\\")
+
+
+def read_only(data, central, _):
+    struct.pack_into("<I", data, central + 38, 0o100444 << 16)
+
+
+def folder(data, central, _):
+    struct.pack_into("<I", data, central + 38, 0o040755 << 16)
+
+
+ARCHIVE_ODDITIES = {"unreadable": unreadable, "backslashes": backslashes, "read-only": read_only, "folder": folder}
+
+
 def spoil_resource(path, how):
     """Damages the payload resource of a setup for Linux, whose resources are a PE file at its end (docs/packing.md)."""
     data = bytearray(path.read_bytes())
@@ -210,6 +246,9 @@ def spoil_resource(path, how):
         struct.pack_into("<I", data, leaf + 4, size // 2)
     elif how == "garbage":
         data[begin:begin + size] = (b"no archive " * (size // 11 + 1))[:size]
+    elif isinstance(how, list):
+        for central, local in archive_entries(data, begin, size, *how[1:]):
+            ARCHIVE_ODDITIES[how[0]](data, central, local)
     elif how == "bad data":
         # Compressed data in the middle: the directory at the end stays good, and so do the entries before.
         data[begin + size // 2] ^= 0xFF

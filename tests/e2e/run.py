@@ -17,9 +17,10 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True  # the source folder stays as it is
 
+import reports
 import sweep
 from expect import Expectation, merged
-from machine import CLOCK, LOG_CONFIGURATION, Machine, split_words
+from machine import CLOCK, DEFAULTS, LOG_CONFIGURATION, Machine, split_words
 from packing import Build, Setup, write_content
 from state import Reader
 
@@ -49,6 +50,11 @@ class Run:
                     yield f"{drive.name}:\\" + str(path.relative_to(drive)).replace("/", "\\"), path.stat().st_size
 
     def prepare(self):
+        if "server" in self.scenario:
+            self.machine.server = reports.start(self.scenario["server"], self.machine.scratch / "server",
+                                                self.build.cache / "certificates")
+            self.facts.update(reports.facts(self.machine.server))
+            self.write_facts(self.facts)
         downloads = self.fill("${downloads}")
         self.put(downloads + "\\xLogConfig.ini", LOG_CONFIGURATION)
         for path, content in self.scenario.get("files", {}).items():
@@ -99,8 +105,10 @@ class Run:
     def change_facts(self, facts):
         if "clock" in facts:
             self.clocks.append(facts["clock"]["at"])
-        path = self.machine.folder / "machine.json"
-        path.write_text(json.dumps({"clock": CLOCK, **self.fill({**self.facts, **facts})}))
+        self.write_facts({**self.facts, **facts})
+
+    def write_facts(self, facts):
+        (self.machine.folder / "machine.json").write_text(json.dumps({**DEFAULTS, **self.fill(facts)}))
 
     def actual(self):
         self.machine.let_go()
@@ -122,11 +130,20 @@ def check(build, path, options):
         return sweep.check(build, scenario, Run)
     cases = scenario.pop("cases", {"": {}})
     found = []
-    for name, case in cases.items():
+    for name, case in expanded(cases):
         if options.case in (None, name):
             both = merged(scenario, case, keep_null=True)
             found += [f"{name}: {line}" if name else line for line in check_case(build, both, options)]
     return found
+
+
+def expanded(cases):
+    """A case with a list "each" is as many cases, "${each}" in it (its name too) being one of the list."""
+    for name, case in cases.items():
+        values = case.pop("each", None)
+        text = json.dumps([name, case])
+        for value in values or [""]:
+            yield json.loads(text.replace("${each}", json.dumps(value)[1:-1]))
 
 
 def check_case(build, scenario, options):

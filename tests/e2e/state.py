@@ -14,11 +14,14 @@ chance. The form of each section:
   exits      "image code", sorted: programs run side by side
   stderr     lines;  started: what runInstaller answered;  maker: calls of the maker's libraries
   services   what programs changed of services
+  reports, identifiers, requests: what the maker is told (reports.py)
 """
 
 import datetime
 import hashlib
 import re
+
+import reports
 
 STATUS, PROGRESS = 2025, 2024
 NATURAL_SIZES = {"REG_DWORD": 4, "REG_QWORD": 8}
@@ -40,7 +43,9 @@ class Reader:
 
     def read(self):
         raw = self.machine.show()
+        told = reports.take_out(raw, self.machine.server)
         return {
+            **told,
             "files": {mask_ticks(e["path"]): self._file(e, raw) for e in raw["files"]},
             "registry": self._registry(raw["registry"]),
             "shortcuts": {e["path"]: without(e, "path") for e in raw["shortcuts"]},

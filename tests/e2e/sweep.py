@@ -1,11 +1,15 @@
 """Lets one call after the other fail, at each place of an installation, and checks what must hold whatever fails.
 
-A scenario's "sweep" has "operations" (names of Win32 calls, or "all others" than the list "others"), "errors" (by operation; access denied
-otherwise) and "at most" (places
-tried of one operation, spread evenly, the first and last among them). A first run without failures tells how often the
-program makes each call. What must hold at every place:
+A place is an operation with its subject (the path, the value, the class …), as a first run without failures tells them.
+Every place is tried, each time it is called; of one that is called more than four times (the entries of a folder, the
+pieces of one file) the first, second, middle and last. The small product stands for the shipped one: its nine files
+are nine places that differ in what later steps want of them, where 44 files would be the same places again.
 
-  - the program ends by itself, with 0 or 1, and says nothing on standard error (a sanitizer would);
+A scenario's "sweep" has "operations" (names of Win32 calls, or "all others" than the list "others"), "errors" (by
+operation; access denied otherwise) and "but not" (steps: places that they have too are theirs to try). What must hold
+at every place:
+
+  - the program ends by itself, with 0 or 1 (silent: 0 or -1), and says nothing on standard error (a sanitizer would);
   - statuses begin with 0 and end with one end: 1; 2 alone or behind one of 3, 4, 5, 9; or 8, 3 and 2 (no thread),
     or nothing more, where runInstaller answered false; 6 and 7 come before a 1 only; percentages grow;
   - the log says "InstallerThread extractInstallerFiles false" exactly where extraction failed, and "runInstaller
@@ -13,6 +17,7 @@ program makes each call. What must hold at every place:
   - after a 1 every file of the product is whole and the uninstall entry, App Paths, channel, time and task lack at
     most what the failing call stood for; otherwise nothing of them is there, and the files before the one that failed
     are whole;
+  - a silent start posts nothing, and ends with -1 exactly where its log says that the payload did not open;
   - what lay on the machine before is unchanged.
 """
 
@@ -31,19 +36,32 @@ def check(build, scenario, make_run):
     operations = sweep["operations"]
     if operations == "all others":
         operations = sorted(set(calls) - set(sweep["others"]))
-    places = [(operation, place) for operation in operations
-              for place in spread(len(calls.get(operation, [])), sweep["at most"])]
+    known = set()
+    if "but not" in sweep:
+        other = trace(build, {**scenario, "steps": sweep["but not"]}, make_run)
+        known = {(operation, subject) for operation, subjects in other.items() for subject in subjects}
+    places = [(operation, nth) for operation in operations for nth in chosen(operation, calls.get(operation, []), known)]
     found = [f"no call of {operation}: nothing was tried" for operation in operations if operation not in calls]
+    if not places:
+        found.append("nothing was tried")
     with ThreadPoolExecutor(sweep.get("side by side", 2)) as pool:
         results = pool.map(lambda place: check_place(build, scenario, make_run, *place, calls), places)
     return found + [line for result in results for line in result]
 
 
-def spread(count, most):
-    """Places from 1 to count, at most so many."""
-    if count <= most:
-        return list(range(1, count + 1))
-    return sorted({1 + round(i * (count - 1) / (most - 1)) for i in range(most)})
+def chosen(operation, subjects, known):
+    """The calls to let fail, counted from 1."""
+    calls = {}
+    for nth, subject in enumerate(subjects, 1):
+        if (operation, subject) not in known:
+            calls.setdefault(subject, []).append(nth)
+    return sorted(nth for found in calls.values() for nth in few(found))
+
+
+def few(found):
+    if len(found) <= 4:
+        return found
+    return [found[0], found[1], found[len(found) // 2], found[-1]]
 
 
 def trace(build, scenario, make_run):
@@ -61,9 +79,9 @@ def trace(build, scenario, make_run):
     return calls
 
 
-def check_place(build, scenario, make_run, operation, place, calls):
+def check_place(build, scenario, make_run, operation, nth, calls):
     error = scenario["sweep"].get("errors", {}).get(operation, E_FAIL if "::" in operation else 5)
-    fault = {"operation": operation, "nth": place, "error": error, "process": PROGRAM}
+    fault = {"operation": operation, "nth": nth, "error": error, "process": PROGRAM}
     run = make_run(build, scenario, {"faults": [fault]})
     try:
         with run.machine:
@@ -72,8 +90,8 @@ def check_place(build, scenario, make_run, operation, place, calls):
             problems = violations(run, run.actual())
     except (RuntimeError, ValueError) as broken:
         problems = [str(broken)]
-    subject = calls[operation][place - 1]
-    return [f"{operation} {place} ({subject}): {problem}" for problem in problems]
+    subject = calls[operation][nth - 1]
+    return [f"{operation} {nth} ({subject}): {problem}" for problem in problems]
 
 
 def violations(run, actual):
@@ -87,7 +105,9 @@ def violations(run, actual):
         (percents == sorted(set(percents)), f"percentages {percents}"),
         (actual.get("window", messages) == messages, "the window saw something else than was posted"),
     ]
-    if actual["started"] == [True]:
+    if not actual["started"]:
+        checks += silent(run, actual, log)
+    elif actual["started"] == [True]:
         checks += ended(run, actual, statuses, log)
     else:
         no_thread = statuses == [0, 3, 2]
@@ -95,6 +115,20 @@ def violations(run, actual):
                    (log is None or no_thread or NOT_OPENED in log, f"log {log}"), (not installed(run, actual), "files were installed")]
     checks += kept(run, actual)
     return [text for good, text in checks if not good]
+
+
+def silent(run, actual, log):
+    image = run.fill("${downloads}\\") + run.setup.name
+    codes = [line.removeprefix(image).strip() for line in actual["exits"] if line.startswith(image + " ")]
+    checks = [(codes in (["0"], ["-1"]), f"exit codes {codes}"),
+              (not actual["messages"], f"messages {actual['messages']}")]
+    if log is not None:
+        checks.append(((codes == ["-1"]) == (NOT_OPENED in log), f"exit codes {codes} with the log {log}"))
+        whole = installed(run, actual)
+        if codes == ["0"] and EXTRACTION_FAILED not in log:
+            checks += [(whole == run.setup.entries(), f"finished with the files {whole}"),
+                       *registered(run, actual)]
+    return checks
 
 
 def ended(run, actual, statuses, log):
@@ -123,7 +157,7 @@ def installed(run, actual):
     return [name for name, what in state.items() if what.split(" modified ")[0] == f"payload {name}"]
 
 
-def registered(run, actual, statuses):
+def registered(run, actual, statuses=None):
     """One failing call costs one value, and its status tells of it."""
     keys = {name: actual["registry"].get(run.fill(key), {}) for name, key in
             {"uninstall": "${uninstall}", "paths": "${app_paths}", "config": "${software}\\VantaPictor\\Config",
@@ -132,6 +166,8 @@ def registered(run, actual, statuses):
                "config": len(keys["config"]) < 2,  # both are gone when the start's channel is "product": 1 - len(keys["product"]),
                "task": 1 - len(actual["tasks"])}
     lost = sum(missing.values())
+    if statuses is None:
+        return [(lost <= 1, f"missing {missing}")]
     return [(lost <= 1, f"missing {missing}"),
             ((6 in statuses) == (missing["uninstall"] > 0), f"statuses {statuses}, missing {missing}"),
             ((7 in statuses) == (missing["paths"] > 0), f"statuses {statuses}, missing {missing}")]

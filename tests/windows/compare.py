@@ -107,8 +107,18 @@ def compare_service(it, folder):
     it.expect("start type of the task scheduler", wine, [{"auto": 2}.get(services["Schedule"]["start_type"])])
 
 
+def take_identifiers(state):
+    """Takes out the stored identifiers, which differ as the machines do; what is stored where, and in which form."""
+    mine = [value for value in state["registry"] if value["key"].lower().endswith(r"\bastion\freshen")]
+    state["registry"] = [value for value in state["registry"] if value not in mine]
+    form = {"mid": "[0-9a-f]{64}", "m2": "[0-9a-f]{44}"}
+    return sorted((spelling(value["key"]), value["name"], value["type"],
+                   re.fullmatch(form.get(value["name"], ""), str(value["value"])) is not None) for value in mine)
+
+
 def log_text(file):
-    return re.sub(r"(?m)^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d ", "TIME ", file.read_bytes().decode("utf-16-le", "replace"))
+    text = re.sub(r"(?m)^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d ", "TIME ", file.read_bytes().decode("utf-16-le", "replace"))
+    return re.sub(r"&m=[0-9a-f]{32}&m2=[0-9a-f]{44}&", "&IDENTIFIERS&", text)  # the two sides are two machines
 
 
 def compare_round(folder, number, first_times):
@@ -128,6 +138,7 @@ def compare_round(folder, number, first_times):
     compare_files(it)
     compare_times(it, folder)
     compare_service(it, folder)
+    it.expect("stored identifiers", take_identifiers(it.wine), take_identifiers(it.machine))
     it.expect_same("registry", it.wine["registry"], it.machine["registry"], ("key", "name"))
     it.expect_same("link", it.wine["shortcuts"], it.machine["shortcuts"], ("path",))
     names = [folder / f"{side}{number}" for side in ("wine", "machine", "twin")]
@@ -153,11 +164,29 @@ def compare_seam(file):
             print(f"note: a listed gap of Wine is none here: {name}")
 
 
+def compare_requests(folder):
+    """The third start's two requests, as the server's own log has them."""
+    log = (folder / "server" / "access.log").read_text().splitlines()
+    machine = (folder / "wine3.json").read_text()
+    values = {value["name"]: value["value"] for value in json.loads(machine)["registry"]
+              if value["key"].lower().endswith(r"\bastion\freshen")}
+    m, m2 = values.get("mid", "")[:32], values.get("m2", "")
+    facts = read(folder / "facts.json")["version"]
+    system = f"{facts['major']}.{facts['minor']}.{facts['build']}"
+    statistics = (f"localhost GET /bastion/instcomp.htm?soft=2023022111&status=2&m={m}&m2={m2}&channel=other"
+                  f"&ochannel=demo&version=1.0.0.0&sysver={system}&pa=x64&s1=0&s2=0&com=&nb=0 200")
+    upgrade = (f"localhost GET /upgrade/install?appname=lumen&mid={m}&mid2={m2}&systemVersion={system}"
+               "&version=1.0.0.0 200")
+    expect("the two requests under Wine", sorted(log), [statistics, upgrade])
+    expect("identifiers are stored", (len(values.get("mid", "")), len(m2)), (64, 44))
+
+
 def main():
     folder = pathlib.Path(sys.argv[1])
     first_times = {}
     for number in (1, 2):
         compare_round(folder, number, first_times)
+    compare_requests(folder)
     compare_seam(folder / "seam.log")
     print("Wine differs, as listed, in:")
     for entry in known.KNOWN:

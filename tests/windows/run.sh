@@ -30,7 +30,8 @@ mkdir -p "$work/home"
 export HOME=$work/home WINEPREFIX=$work/prefix WINEDEBUG=-all TZ=UTC LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1
 export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d;mshtml=d'
 unset WINEARCH XDG_CONFIG_HOME XDG_DATA_HOME
-trap 'wineserver -k 2>/dev/null || true' EXIT
+server=$work/server
+trap 'wineserver -k 2>/dev/null || true; python3 tools/server/loopback.py stop "$server" 2>/dev/null || true' EXIT
 
 # The registry is written to its files when the server ends, which it does once all programs have ended.
 settle() { timeout 60 wineserver -w || { echo 'programs under Wine do not end' >&2; exit 1; }; }
@@ -96,6 +97,29 @@ for name in machine twin; do
   on_machine $name 2 "${second[@]}"
 done
 date +%s >"$work/end"
+
+# Once more under Wine, packed for a server that is there and whose root is trusted: what arrives there counts.
+port=$(python3 tools/server/loopback.py start "$server")
+$host/vantakit pack --setup $windows/bare/$setup --payload $windows/sample-product --skin skin --version "$version" \
+  --statistics "localhost:$port" --upgrade "localhost:$port" \
+  --sign-key build/devkey/dev.key --sign-cert build/devkey/dev.crt --out "$work/reporting.exe" >/dev/null
+put_setup "$profile/Downloads" "$work/reporting.exe"
+python3 "$here/trust_root.py" "$server/root.crt" >"$work/root.reg"
+timeout 60 wine regedit /S "$(winepath -w "$work/root.reg")" >"$work/regedit.log" 2>&1
+settle
+under_wine 3 "${second[@]}"
+
+# Libraries that lie beside the setup are left alone. Of those that it takes late, Wine's own system libraries ask for
+# imm32 and version too and look for them there, which Windows' do not; the others nobody but the setup asks for.
+planted=(psapi wininet winmm wintrust crypt32 gdiplus msimg32)
+for name in "${planted[@]}"; do cp $windows/tests/seam/planted.dll "$profile/Downloads/$name.dll"; done
+native=$(IFS=,; echo "${planted[*]}")=n,b
+if ! WINEDLLOVERRIDES="$native;$WINEDLLOVERRIDES" timeout 60 wine "C:\\users\\$user\\Downloads\\$setup" "${second[@]}" \
+    >"$work/planted.log" 2>&1 || [[ -e $WINEPREFIX/drive_c/planted.txt ]]; then
+  echo 'a library beside the setup was loaded' >&2
+  exit 1
+fi
+settle
 
 timeout 120 wine "$windows/tests/seam/seam_check.exe" >"$work/seam.log" 2>&1 || true
 python3 "$here/compare.py" "$work"

@@ -39,7 +39,6 @@ class ZipReader {
   ZipError Load(LONG index);
   void LoadName(std::string_view stored_name);
   ZipError LoadLocal(const CentralHeader& header, ByteSpan* extra, EntryData* data) const;
-  ZipError StartEntry();
   ZipError FillBuffer(BYTE* buffer, DWORD length, DWORD* delivered);
   ZipError WriteEntry(HANDLE file);
   HANDLE CreateOutput(StringView folder, const String& path);
@@ -55,7 +54,7 @@ class ZipReader {
   LONG open_index_ = kNone;  // the entry that ExtractToMemory is in the middle of
   EntryStream stream_;
   FolderMaker folders_;
-  std::unique_ptr<BYTE[]> read_buffer_;
+  std::unique_ptr<BYTE[]> read_buffer_;  // from the first extraction to a file on
 };
 
 }  // namespace vanta

@@ -21,6 +21,24 @@ bool IsAbsolute(StringView path) {
   return path.starts_with(TEXT('\\')) || path.starts_with(TEXT('/')) || (path.size() >= 2 && path[1] == TEXT(':'));
 }
 
+HANDLE Create(const String& path, DWORD attributes) {
+  return CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, attributes, nullptr);
+}
+
+// Windows replaces no read-only file, and no hidden or system one with another that is not; an earlier version of this
+// very file may be one. Where that was not the reason the file keeps its attributes.
+HANDLE CreateOverProtected(const String& path, DWORD attributes) {
+  constexpr DWORD kProtected = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  const DWORD old = GetFileAttributesW(path.c_str());
+  if (old == INVALID_FILE_ATTRIBUTES || (old & FILE_ATTRIBUTE_DIRECTORY) || !(old & kProtected)) {
+    return INVALID_HANDLE_VALUE;
+  }
+  if (!SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL)) return INVALID_HANDLE_VALUE;
+  const HANDLE file = Create(path, attributes);
+  if (file == INVALID_HANDLE_VALUE) SetFileAttributesW(path.c_str(), old);
+  return file;
+}
+
 bool WriteAll(HANDLE file, ByteSpan bytes) {
   DWORD written = 0;
   const auto size = static_cast<DWORD>(bytes.size());
@@ -29,25 +47,22 @@ bool WriteAll(HANDLE file, ByteSpan bytes) {
 
 }  // namespace
 
-ZipError ZipReader::StartEntry() {
-  if (!read_buffer_) read_buffer_ = std::make_unique<BYTE[]>(EntryStream::kPieceSize);
-  return stream_.Start(entry_.data, password_);
-}
-
 HANDLE ZipReader::CreateOutput(StringView folder, const String& path) {
   for (;;) {
     const bool remembered = folders_.Remembers(folder);
     if (!remembered) folders_.Ensure(folder);
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, entry_.info.attributes, nullptr);
-    if (file != INVALID_HANDLE_VALUE || !remembered || GetLastError() != ERROR_PATH_NOT_FOUND) return file;
+    const HANDLE file = Create(path, entry_.info.attributes);
+    if (file != INVALID_HANDLE_VALUE) return file;
+    if (GetLastError() == ERROR_ACCESS_DENIED) return CreateOverProtected(path, entry_.info.attributes);
+    if (!remembered || GetLastError() != ERROR_PATH_NOT_FOUND) return file;
     // The remembered folder is gone meanwhile: look again.
     folders_.Forget();
   }
 }
 
 ZipError ZipReader::WriteEntry(HANDLE file) {
-  if (const ZipError error = StartEntry()) return error;
+  if (!read_buffer_) read_buffer_ = std::make_unique<BYTE[]>(EntryStream::kPieceSize);
+  if (const ZipError error = stream_.Start(entry_.data, password_)) return error;
   while (stream_.Remaining() > 0) {
     ByteSpan piece;
     if (const ZipError error = stream_.Read(read_buffer_.get(), EntryStream::kPieceSize, &piece)) return error;
@@ -94,7 +109,7 @@ ZipError ZipReader::ExtractToMemory(LONG index, void* buffer, DWORD length, DWOR
   if (open_index_ == kNone || open_index_ != index) {
     open_index_ = kNone;
     result = Load(index);
-    if (!result) result = StartEntry();
+    if (!result) result = stream_.Start(entry_.data, password_);
   }
   if (!result) result = FillBuffer(static_cast<BYTE*>(buffer), length, delivered);
   open_index_ = result == ZipMore ? index : kNone;

@@ -43,9 +43,10 @@ ZipError GetEntry(ZipReader* reader, LONG index, ZipEntryInfo* info);
 ZipError FindEntry(ZipReader* reader, const WCHAR* name, bool ignore_case, LONG* index, ZipEntryInfo* info);
 
 // Writes the entry to `path` (relative ones lie below the directory that was current at opening), replacing what is
-// there, with the entry's attributes and times; missing folders are made, and a directory entry is one. ZipNoFile also
-// where Windows would take the entry's name for something else than a file below that folder; then nothing was touched.
-// A failure while reading or writing leaves the file as far as it was written, never longer than declared.
+// there (a protected file too), with the entry's attributes and times; missing folders are made, and a directory entry
+// is one. ZipNoFile also where Windows would take the entry's name for something else than a file below that folder;
+// then nothing was touched. A failure while reading or writing leaves the file as far as it was written, never longer
+// than declared.
 ZipError ExtractToFile(ZipReader* reader, LONG index, const WCHAR* path);
 
 // Inflates the entry into `buffer` of `length` bytes. ZipMore: the buffer is full and the next call for the same index

@@ -48,14 +48,16 @@ CxLogger::CxLogger() {
 CxLogger::~CxLogger() = default;
 
 void CxLogger::OpenFile(const String& program, const String& folder_name) {
-  const String app_data = GetSpecialFolder(CSIDL_APPDATA, false);
-  const String folder = JoinPath(JoinPath(app_data, folder_name), TEXT("Logs"));
-  MakeDirectories(folder);
-  // Without the application-data folder the joined path would be relative to wherever the setup was started from.
-  const String path = app_data.empty() ? String() : JoinPath(folder, program + TEXT(".log"));
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  file_.Reset(
-      CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const String app_data = GetSpecialFolder(CSIDL_APPDATA, false);
+  // Without the application-data folder the paths would be relative to wherever the setup was started from.
+  if (!app_data.empty()) {
+    const String folder = JoinPath(JoinPath(app_data, folder_name), TEXT("Logs"));
+    MakeDirectories(folder);
+    const String path = JoinPath(folder, program + TEXT(".log"));
+    file_.Reset(
+        CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  }
   if (!file_) {
     file_output_ = 0;
     return;

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "report/makerlibs/base_library.h"
 #include "report/makerlibs/file_signature.h"
-#include "report/makerlibs/late_function.h"
+#include "base/late_function.h"
 #include "report/makerlibs/maker_files.h"
 #include "report/makerlibs/safe_loader.h"
 #include "report/makerlibs/trusted_library.h"

@@ -8,7 +8,7 @@
 #include "base/lock.h"
 #include "base/text.h"
 #include "base/unique.h"
-#include "report/makerlibs/late_function.h"
+#include "base/late_function.h"
 #include "report/makerlibs/maker_files.h"
 #include "report/makerlibs/safe_loader.h"
 #include "report/makerlibs/trusted_library.h"

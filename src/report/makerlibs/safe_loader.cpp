@@ -1,7 +1,7 @@
 #include "report/makerlibs/safe_loader.h"
 
 #include "base/paths.h"
-#include "report/makerlibs/late_function.h"
+#include "base/late_function.h"
 
 namespace vanta {
 namespace {

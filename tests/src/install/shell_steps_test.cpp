@@ -8,7 +8,6 @@
 
 #include <fstream>
 
-#include "app/option_store.h"
 #include "base/com_ptr.h"
 #include "base/com_values.h"
 #include "base/paths.h"
@@ -69,20 +68,6 @@ TEST_F(ShellStepsTest, ShortcutsLeadToTheProgramAndTheUninstaller) {
             "C:\\app\\VantaGlimpse.exe|/src=desktop|C:\\app|C:\\app\\VantaGlimpse.exe|0");
 }
 
-TEST_F(ShellStepsTest, VistaShortcutsLeadToTheViewer) {
-  Begin(R"({"version": "vista"})");
-  vanta::CreateShortcuts();
-  EXPECT_EQ(Link(GetFolder(CSIDL_DESKTOP) + TEXT("\\VantaView.lnk")),
-            "C:\\app\\VantaPictor.exe|/src=desktop|C:\\app|C:\\app\\VantaPictor.exe|0");
-}
-
-TEST_F(ShellStepsTest, StartMenuFolderThatCannotBeMadeSkipsOnlyItsShortcuts) {
-  Begin(R"({"faults": [{"operation": "CreateDirectoryW", "subject": "Programs\\VantaPictor", "nth": 0}]})");
-  vanta::CreateShortcuts();
-  EXPECT_FALSE(vanta::PathExists(GetFolder(CSIDL_PROGRAMS) + TEXT("\\VantaPictor")));
-  EXPECT_NE(Link(GetFolder(CSIDL_DESKTOP) + TEXT("\\VantaView.lnk")), "(none)");
-}
-
 TEST_F(ShellStepsTest, ShellExtensionFitsTheBitnessOfWindows) {
   Begin(R"({"windows_bits": 32})");
   EXPECT_EQ(vanta::GetShellExtensionPath(), String(TEXT("C:\\app\\ShellExt.dll")));
@@ -101,27 +86,11 @@ TEST_F(ShellStepsTest, ShellExtensionIsReleasedAndRegisteredOnlyWhereItExists) {
   EXPECT_FALSE(Exists("C:\\app\\ShellExt.dll"));
 }
 
-TEST_F(ShellStepsTest, UnsignedProgramsAreNotStarted) {
-  Begin();
-  Put("C:\\app\\VantaGlimpse.exe", "x");
-  Put("C:\\app\\VantaPictor.exe", "x");
-  vanta::SetOption(TEXT("assoc"), String());
-  vanta::runApp();
-  vanta::RemoveOption(TEXT("assoc"));
-  EXPECT_EQ(Journal("launches"), "");
-}
-
 TEST_F(ShellStepsTest, DesktopShellStartsProgramsWithoutTheSetupsRights) {
   Begin();
   EXPECT_TRUE(vanta::LaunchAsDesktopUser(nullptr, TEXT("C:\\app\\x.exe"), TEXT("/src=setup"), nullptr, SW_SHOWNORMAL));
   EXPECT_TRUE(Launched(R"("/src=setup")"));
   EXPECT_TRUE(Launched(R"("elevated":false)"));
-}
-
-TEST_F(ShellStepsTest, WithoutADesktopNothingIsStarted) {
-  Begin(R"({"desktop_shell": false})");
-  EXPECT_FALSE(vanta::LaunchAsDesktopUser(nullptr, TEXT("C:\\app\\x.exe"), nullptr, nullptr, SW_SHOWNORMAL));
-  EXPECT_EQ(Journal("launches"), "");
 }
 
 TEST_F(ShellStepsTest, UpdaterTaskIsRegisteredOnceForAdministrators) {
@@ -144,14 +113,6 @@ TEST_F(ShellStepsTest, UpdaterTaskIsRegisteredOnceForAdministrators) {
                            "<StartWhenAvailable>true</StartWhenAvailable>", "C:\\app\\VantaPictorUpdate.exe",
                            "--silent --src=auto --lnk", "VantaView升级程序"}) {
     EXPECT_NE(xml.find(part), std::string::npos) << part << "\n" << xml;
-  }
-}
-
-TEST_F(ShellStepsTest, NoSchedulerStepEndsTheProcessWhenItFails) {
-  for (const char* operation : {"ITaskService::Connect", "ITaskService::GetFolder", "ITaskService::NewTask",
-                                "ITimeTrigger::put_StartBoundary", "ITaskFolder::RegisterTaskDefinition"}) {
-    Begin(std::string(R"({"faults": [{"operation": ")") + operation + R"(", "error": 2147500037}]})");
-    vanta::ScheduleUpdater();
   }
 }
 

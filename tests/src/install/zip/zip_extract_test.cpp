@@ -56,6 +56,25 @@ TEST_F(ZipExtractTest, ExistingFileIsReplaced) {
   EXPECT_EQ(Extracted(), "new");
 }
 
+TEST_F(ZipExtractTest, ProtectedFilesAreReplacedUnlessSomebodyHoldsThem) {
+  constexpr DWORD kProtected = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  zip_.AddStored("a", "new");
+  ASSERT_TRUE(Open());
+  for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_READONLY}, DWORD{FILE_ATTRIBUTE_HIDDEN}, kProtected}) {
+    Put("C:\\out\\f", "old");
+    SetFileAttributesW(TEXT("C:\\out\\f"), attributes);
+    {
+      const UniqueFile held(CreateFileW(TEXT("C:\\out\\f"), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+      EXPECT_EQ(Extract(0), ZipNoFile);
+    }
+    EXPECT_EQ(Extracted(), "old");
+    EXPECT_EQ(Attributes(TEXT("C:\\out\\f")) & kProtected, attributes);
+    EXPECT_EQ(Extract(0), ZipOk);
+    EXPECT_EQ(Extracted(), "new");
+    EXPECT_EQ(Attributes(TEXT("C:\\out\\f")) & kProtected, 0u);
+  }
+}
+
 TEST_F(ZipExtractTest, MissingFoldersAreMade) {
   zip_.AddStored("a", "x");
   ASSERT_TRUE(Open());

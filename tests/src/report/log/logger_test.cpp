@@ -75,6 +75,18 @@ TEST_F(LoggerTest, FileThatCannotBeOpenedSwitchesOnlyFileOutputOff) {
   EXPECT_TRUE(std::filesystem::exists(folder_ / "debugger.jsonl"));
 }
 
+TEST_F(LoggerTest, WithoutApplicationDataNoFileIsWrittenElsewhere) {
+  setenv("VANTA_IMAGE", "C:\\down\\setup.exe", 1);
+  Start(R"({"folders": {"CSIDL_APPDATA": ""}})");
+  Put("C:\\down\\setup.exe", "");
+  Put("C:\\down\\xLogConfig.ini", "[*]\r\nlog=3\r\n");
+  Log(kTag, TEXT("hello"));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "debugger.jsonl"));
+  for (const auto& file : std::filesystem::recursive_directory_iterator(folder_)) {
+    EXPECT_NE(file.path().filename(), "Logs") << file.path();
+  }
+}
+
 TEST_F(LoggerTest, LinesOfSeveralThreadsNeverInterleave) {
   Configure("[setup.exe]\r\nlog=2\r\n");
   std::vector<std::thread> threads;
