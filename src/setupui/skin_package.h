@@ -23,8 +23,8 @@ int LoadSkinResource(WORD id, const WCHAR* type, const char* password);
 // The same for an archive in memory, which must stay there until the package is closed.
 int LoadSkinArchive(std::string_view bytes, const char* password);
 
-// Starts the UI library: sets the theme and language folders below `root`, declares the process DPI-aware where asked, and loads the string
-// table. SkinOk, or SkinMissingArgument when a folder is null.
+// Starts the UI library: sets the theme and language folders below `root`, declares the process DPI-aware where asked,
+// and loads the string table. SkinOk, or SkinMissingArgument when a folder is null.
 int InitSkin(const WCHAR* root, const WCHAR* theme, const WCHAR* language, bool dpi_aware);
 
 // A package is open.

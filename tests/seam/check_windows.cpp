@@ -30,8 +30,9 @@ std::vector<UINT>& Told() {
 }
 
 LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  constexpr UINT kWatched[] = {WM_NCCREATE, WM_NCCALCSIZE, WM_CREATE,  WM_SIZE,      WM_MOVE,
-                               WM_DESTROY,  WM_NCDESTROY,  WM_SETTEXT, WM_WINDOWPOSCHANGING, WM_WINDOWPOSCHANGED};
+  constexpr UINT kWatched[] = {
+      WM_NCCREATE, WM_NCCALCSIZE,        WM_CREATE,          WM_SIZE, WM_MOVE, WM_DESTROY, WM_NCDESTROY,
+      WM_SETTEXT,  WM_WINDOWPOSCHANGING, WM_WINDOWPOSCHANGED};
   for (const UINT each : kWatched) {
     if (each == message) Told().push_back(message);
   }

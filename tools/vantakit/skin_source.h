@@ -5,8 +5,8 @@
 
 namespace vantakit {
 
-// A folder with a script "make_skin.sh" holds sources: the script is run with an output folder as its argument, which is
-// gone again with this object. Any other folder is taken as it stands.
+// A folder with a script "make_skin.sh" holds sources: the script is run with an output folder as its argument, which
+// is gone again with this object. Any other folder is taken as it stands.
 class SkinSource {
  public:
   explicit SkinSource(const std::filesystem::path& folder);  // throws Failure when the script fails

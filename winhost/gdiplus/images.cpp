@@ -23,7 +23,8 @@ std::vector<std::uint8_t> ReadAll(IStream& stream) {
   return bytes;
 }
 
-std::shared_ptr<PictureObject> MakePicture(int width, int height, int stride, Gdiplus::PixelFormat format, BYTE* pixels) {
+std::shared_ptr<PictureObject> MakePicture(int width, int height, int stride, Gdiplus::PixelFormat format,
+                                           BYTE* pixels) {
   auto picture = std::make_shared<PictureObject>(width, height, format);
   const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
   picture->frames.emplace_back().pixels.resize(count, format & PixelFormatAlpha ? 0 : 0xFF000000);
@@ -96,7 +97,9 @@ GpStatus GdipCreateBitmapFromScan0(INT width, INT height, INT stride, PixelForma
 GpStatus GdipDisposeImage(GpImage* image) { return winhost::Drop<PictureObject>(image); }
 
 GpStatus GdipGetImageWidth(GpImage* image, UINT* width) { return winhost::Ask(image, width, &PictureObject::width); }
-GpStatus GdipGetImageHeight(GpImage* image, UINT* height) { return winhost::Ask(image, height, &PictureObject::height); }
+GpStatus GdipGetImageHeight(GpImage* image, UINT* height) {
+  return winhost::Ask(image, height, &PictureObject::height);
+}
 
 GpStatus GdipImageGetFrameCount(GpImage* image, const GUID* dimension, UINT* count) {
   const auto picture = GraphicsObjectAs<PictureObject>(image);

@@ -93,7 +93,8 @@ void Window::AttachRoot(ControlBase* root) {
 // Measurements and pictures belong to the scale that they were made at.
 void Window::RescaleTree() {
   if (!root_) return;
-  ForEach(root_, [](ControlBase* control, void*) { control->SetNeedsMeasure(true); }, nullptr);
+  ForEach(
+      root_, [](ControlBase* control, void*) { control->SetNeedsMeasure(true); }, nullptr);
   root_->ReleaseImages();
   root_->InvalidateLayout();
 }

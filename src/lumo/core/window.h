@@ -29,7 +29,7 @@ class Window : public WeakBase {
  public:
   Window();
   ~Window() override;
-  virtual void Close(int code);  // hides the native window and posts WM_CLOSE with the code as wParam
+  virtual void Close(int code);              // hides the native window and posts WM_CLOSE with the code as wParam
   virtual void OnFinalMessage(HWND window);  // after WM_NCDESTROY: deletes this
   virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, bool* handled);
 
@@ -51,14 +51,14 @@ class Window : public WeakBase {
   void AttachRoot(ControlBase* root);
 
   // What controls ask of the window that they live in.
-  HWND Handle() const { return handle_; }  // null before creation and after destruction
+  HWND Handle() const { return handle_; }      // null before creation and after destruction
   int ScalePercent() const { return scale_; }  // 100 = 96 dpi
   void SetScalePercent(int percent) { scale_ = percent; }
   bool IsLayered() const { return layered_; }
   const String& ResourceFolder() const { return folder_; }  // "" or ending in a separator
   ControlBase* Root() const { return root_; }
   lumowin* Handler() const;  // null when it is gone
-  IRender* Render();  // the window's own surface; never null
+  IRender* Render();         // the window's own surface; never null
 
   // A layout pass is due: it runs before the next paint.
   void RequestLayout() { layout_due_ = true; }

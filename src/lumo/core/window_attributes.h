@@ -6,11 +6,11 @@
 namespace lumo {
 
 struct WindowAttributes {
-  SIZE size = {};          // of the window, without frame insets
-  RECT sizebox = {};       // widths of the sizing border
-  RECT caption = {};       // drag area: left, top, right insets; bottom measured from the top
-  SIZE roundcorner = {};   // ellipse of the region's corners; 0 by 0 is a plain rectangle
-  SIZE mininfo = {};       // tracking limits; 0 is none
+  SIZE size = {};         // of the window, without frame insets
+  RECT sizebox = {};      // widths of the sizing border
+  RECT caption = {};      // drag area: left, top, right insets; bottom measured from the top
+  SIZE roundcorner = {};  // ellipse of the region's corners; 0 by 0 is a plain rectangle
+  SIZE mininfo = {};      // tracking limits; 0 is none
   SIZE maxinfo = {};
   bool shadowattached = false;
   String shadowimage;      // image attribute text

@@ -46,9 +46,9 @@ HWND Window::Create(HWND owner, const WCHAR* title, DWORD style, DWORD ex_style,
   const RECT place = rect ? *rect : RECT{};
   layered_ = (ex_style & WS_EX_LAYERED) != 0;
   const WeakRef<Window> alive(this);
-  const HWND handle = CreateWindowExW(ex_style, class_name_.c_str(), title, style, place.left, place.top,
-                                      place.right - place.left, place.bottom - place.top, owner, nullptr,
-                                      GetModuleHandleW(nullptr), this);
+  const HWND handle =
+      CreateWindowExW(ex_style, class_name_.c_str(), title, style, place.left, place.top, place.right - place.left,
+                      place.bottom - place.top, owner, nullptr, GetModuleHandleW(nullptr), this);
   if (!handle || !alive) return nullptr;
   const LONG_PTR created = GetWindowLongPtrW(handle, GWL_STYLE);
   if ((created & WS_CAPTION) == WS_CAPTION) SetWindowLongPtrW(handle, GWL_STYLE, created & ~LONG_PTR{WS_CAPTION});

@@ -11,8 +11,8 @@ namespace {
 
 constinit vanta::LateFunction<BOOL(WINAPI*)(HWND, ULONG)> register_touch(TEXT("user32.dll"), "RegisterTouchWindow");
 constinit vanta::LateFunction<BOOL(WINAPI*)(HWND)> unregister_touch(TEXT("user32.dll"), "UnregisterTouchWindow");
-constinit vanta::LateFunction<BOOL(WINAPI*)(HTOUCHINPUT, UINT, TOUCHINPUT*, int)> get_touch_input(
-    TEXT("user32.dll"), "GetTouchInputInfo");
+constinit vanta::LateFunction<BOOL(WINAPI*)(HTOUCHINPUT, UINT, TOUCHINPUT*, int)> get_touch_input(TEXT("user32.dll"),
+                                                                                                  "GetTouchInputInfo");
 constinit vanta::LateFunction<BOOL(WINAPI*)(HTOUCHINPUT)> close_touch_input(TEXT("user32.dll"),
                                                                             "CloseTouchInputHandle");
 constinit vanta::LateFunction<BOOL(WINAPI*)(UINT32, POINTER_INPUT_TYPE*)> get_pointer_type(TEXT("user32.dll"),

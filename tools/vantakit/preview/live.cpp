@@ -37,7 +37,11 @@ class LiveHandler : public lumo::lumowin {
 class Live {
  public:
   Live(Stage& stage, std::filesystem::path skin, std::string layout, const Dressing& dressing)
-      : stage_(stage), skin_(std::move(skin)), layout_(std::move(layout)), dressing_(dressing), times_(TimesOf(skin_)) {}
+      : stage_(stage),
+        skin_(std::move(skin)),
+        layout_(std::move(layout)),
+        dressing_(dressing),
+        times_(TimesOf(skin_)) {}
 
   int Run() {
     Open({100, 100});

@@ -52,9 +52,7 @@ struct Stage::Package {
   std::shared_ptr<const winhost::MappedFile> mapped;
 };
 
-Stage::Stage(const std::filesystem::path& skin) : skin_(skin), package_(std::make_unique<Package>(skin)) {
-  Start();
-}
+Stage::Stage(const std::filesystem::path& skin) : skin_(skin), package_(std::make_unique<Package>(skin)) { Start(); }
 
 Stage::~Stage() { vanta::ShutdownSkin(); }
 

@@ -35,7 +35,8 @@ TEST_F(WindowTest, TakesTheSizeOfItsLayoutAtAnyScale) {
 }
 
 TEST_F(WindowTest, RootThatSizesItselfGivesTheWindowItsSize) {
-  Open(R"(<Window size="9,9"><VBox width="auto" height="auto" minwidth="120"><Control width="80" height="30"/></VBox></Window>)");
+  Open(
+      R"(<Window size="9,9"><VBox width="auto" height="auto" minwidth="120"><Control width="80" height="30"/></VBox></Window>)");
   EXPECT_EQ(ClientSize().cx, 120);
   EXPECT_EQ(ClientSize().cy, 30);
 }
@@ -55,8 +56,8 @@ TEST_F(WindowTest, AnswersItsOwnMessages) {
   EXPECT_EQ(find(TEXT("a"))->AsControl()->Class(), ControlClass::Button);  // the one entered last
   EXPECT_EQ(find(TEXT("nobody")), nullptr);
   POINT point = {100, 50};
-  auto* const at = reinterpret_cast<IControl*>(
-      SendMessageW(window_, kMessageControlAtPoint, 0, reinterpret_cast<LPARAM>(&point)));
+  auto* const at =
+      reinterpret_cast<IControl*>(SendMessageW(window_, kMessageControlAtPoint, 0, reinterpret_cast<LPARAM>(&point)));
   EXPECT_EQ(at->AsControl(), Named(TEXT("b")));
   EXPECT_EQ(SendMessageW(window_, kMessageUpdateMaxRestore, 0, 0), 0);
 }
