@@ -171,7 +171,7 @@ def compare_requests(folder):
     values = {value["name"]: value["value"] for value in json.loads(machine)["registry"]
               if value["key"].lower().endswith(r"\bastion\freshen")}
     m, m2 = values.get("mid", "")[:32], values.get("m2", "")
-    facts = read(folder / "facts.json")["version"]
+    facts = json.loads((folder / "facts.json").read_text(encoding="utf-8"))["version"]
     system = f"{facts['major']}.{facts['minor']}.{facts['build']}"
     statistics = (f"localhost GET /bastion/instcomp.htm?soft=2023022111&status=2&m={m}&m2={m2}&channel=other"
                   f"&ochannel=demo&version=1.0.0.0&sysver={system}&pa=x64&s1=0&s2=0&com=&nb=0 200")

@@ -7,6 +7,7 @@ import collections
 
 TRUST_STATE = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Wintrust\Trust Providers\Software Publishing", "State")
 DRIVER_DATE = "DriverDateData"
+PROXY_STATE = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings", "ProxyEnable")
 TASK_FILE = r"C:\Windows\System32\Tasks\VantaPictorUpdate"
 STARTS = r"\VantaPictor\starts.log"
 CLASSES = "HKLM\\Software\\Classes\\"
@@ -36,6 +37,10 @@ def _link_texts(it):
     return bool(texts) and counted
 
 
+def _proxy_state(it):
+    return len(_take(it.wine["registry"], lambda value: (value["key"], value["name"]) == PROXY_STATE)) == 1
+
+
 def _driver_date(it):
     return len(_take(it.wine["registry"], lambda value: value["name"] == DRIVER_DATE)) == 1
 
@@ -63,6 +68,7 @@ KNOWN = [
     Known("scheduled task", "Wine's IPrincipal::put_GroupId answers E_NOTIMPL, and the registration ends with the "
           "first call that fails", _scheduled_task),
     Known("texts of links", "Wine counts the terminator in a link's texts, Windows does not", _link_texts),
+    Known("proxy setting", "Wine writes down that no proxy is set when WinINet is first used", _proxy_state),
     Known("driver date", "Wine notes the date of its display driver anew at each start of its desktop", _driver_date),
     Known("trust provider's state", "Wine's trust provider stores its default policy when first asked about a file",
           _trust_state),
