@@ -51,6 +51,10 @@ template <UnitClass wanted>
       if (passes(*++at)) break;
       if (passes(*++at)) break;
       if (passes(*++at)) break;
+      if (passes(*++at)) break;
+      if (passes(*++at)) break;
+      if (passes(*++at)) break;
+      if (passes(*++at)) break;
       ++at;
     }
     if (*at < 256 && (*at != 0 || at == end)) return at;
