@@ -1,4 +1,4 @@
-// STORAGE_DEVICE_DESCRIPTOR of a drive: the header, its raw properties, and the texts with their terminators.
+// STORAGE_DEVICE_DESCRIPTOR of a drive: the header, its raw properties, and its strings with their terminators.
 #pragma once
 
 #include "winhost/devices/hardware.h"

@@ -1,4 +1,4 @@
-// The texts of windows.
+// What windows are called: their titles.
 #pragma once
 
 #include <windows.h>

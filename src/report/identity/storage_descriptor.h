@@ -1,4 +1,4 @@
-// The storage stack's description of a drive (STORAGE_DEVICE_DESCRIPTOR with the texts behind it). Pure.
+// The storage stack's description of a drive (STORAGE_DEVICE_DESCRIPTOR with the strings behind it). Pure.
 #pragma once
 
 #include <windows.h>

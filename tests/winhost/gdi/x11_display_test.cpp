@@ -51,7 +51,9 @@ bool Has(UINT message) { return std::find(Told().begin(), Told().end(), message)
 class X11DisplayTest : public testing_support::OnMachine {
  protected:
   void SetUp() override {
-    if (access("/usr/bin/Xvfb", X_OK) != 0 || access("/usr/bin/xdotool", X_OK) != 0) GTEST_SKIP() << "no Xvfb, xdotool";
+    for (const char* program : {"/usr/bin/Xvfb", "/usr/bin/xdotool"}) {
+      ASSERT_EQ(access(program, X_OK), 0) << program << " is missing: tools/deps.sh test";
+    }
     StartServer();
     setenv("VANTA_DISPLAY", "x11", 1);
     Start();

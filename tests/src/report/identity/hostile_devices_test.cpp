@@ -44,7 +44,7 @@ const Row kRows[] = {
     {"EmptyVersion", Disk(R"({"version": {"hex": ""}})"), "SERIAL", "SERIALMODEL", kPlain, kPlain, 0},
     {"ShortDescriptor", Disk(R"({"version": "fails", "descriptor": {"hex": "280000004c000000"}})"), "", "", kPlain,
      kPlain, 0},
-    // The offsets of the texts point behind the answer, to its last byte and into the header.
+    // The string offsets point behind the answer, to its last byte and into the header.
     {"WildOffsets",
      Disk(R"({"version": "fails", "descriptor": {"hex": "280000002500000000000000ffffffff0400000000000000)"
           R"(24000000030000000000000041"}})"),
