@@ -166,7 +166,7 @@ def compare_seam(file):
 
 def compare_requests(folder):
     """The third start's two requests, as the server's own log has them."""
-    log = (folder / "server" / "access.log").read_text().splitlines()
+    log = (folder / "wine3.requests").read_text().splitlines()
     machine = (folder / "wine3.json").read_text()
     values = {value["name"]: value["value"] for value in json.loads(machine)["registry"]
               if value["key"].lower().endswith(r"\bastion\freshen")}

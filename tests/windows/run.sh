@@ -108,6 +108,8 @@ python3 "$here/trust_root.py" "$server/root.crt" >"$work/root.reg"
 timeout 60 wine regedit /S "$(winepath -w "$work/root.reg")" >"$work/regedit.log" 2>&1
 settle
 under_wine 3 "${second[@]}"
+# Later starts report to the same server.
+cp "$server/access.log" "$work/wine3.requests"
 
 # Libraries that lie beside the setup are left alone. Of those that it takes late, Wine's own system libraries ask for
 # imm32 and version too and look for them there, which Windows' do not; the others nobody but the setup asks for.
