@@ -18,9 +18,9 @@ export TSAN_OPTIONS=second_deadlock_stack=1
 build host-asan
 ctest --test-dir build/host-asan --output-on-failure -j "$jobs" --no-tests=error
 build host-tsan
-# Where threads or processes meet: waits, sharing, the registry, the log. What the graphics and network libraries do
-# among themselves is theirs. Windows, the statistics sender and installations beside a window are not among them yet.
+# Where threads or processes meet: waits, queues, sharing, the registry, the log, timers, requests, and installations
+# beside a window. What the graphics and network libraries do among themselves is theirs.
 export TSAN_OPTIONS=$TSAN_OPTIONS:ignore_noninstrumented_modules=1
 ctest --test-dir build/host-tsan --output-on-failure -j "$jobs" --no-tests=error -R \
-  '^winhost/(Threads|Processes|Launch|Modules|Registry|FileSharing|FileMoves|Services|Com)|^src/(Logger|CrashReporter|Extraction|MakerLibraries)'
+  '^winhost/(Threads|Messages|Windows|OtherProcess|Processes|Launch|Modules|Registry|FileSharing|FileMoves|ShellWindows|Services|Com|MultimediaTimers|WinInet)|^src/(Logger|SetupDriver|MessageLoop|CrashReporter|Extraction|MakerLibraries|HttpLog|HttpRequest|EasyCurl)|^e2e/window|^storm/'
 tools/fuzz.sh 5
