@@ -26,6 +26,12 @@ deps:  ## install the packages that building and running need
 run: deps host-release windows-i686  ## build, pack, install the sample product on a fresh machine, show what it did
 	@tools/deps.sh run
 	@tools/run.sh $(HOST)
+	@[ -z "$$DISPLAY" ] || { echo; echo "With its window:"; tools/run_window.sh $(HOST); }
+
+.PHONY: run-window
+run-window: deps host-release  ## the setup's window on a fresh machine; without a display a walk through it: build/walk
+	@tools/deps.sh gallery
+	@tools/run_window.sh $(HOST)
 
 .PHONY: host-release windows-i686 windows-x64
 host-release: deps
@@ -48,16 +54,22 @@ windows: windows-i686 windows-x64  ## the Windows executables, i686 (shipped) an
 	@ls -l build/windows-i686/VantaPictorSetup.exe build/windows-x64/VantaPictorSetup.exe
 
 test-windows: windows-x64  ## the x86_64 executable under Wine, compared with what the Linux build leaves
+	@cmake --build $(HOST) -j $(JOBS) --target draw_pages compare_pictures
 	@tests/windows/run.sh
 
 gallery: host-release  ## every window, page and state of the skin at four scales: build/gallery
 	@tools/deps.sh gallery
 	@python3 tools/gallery.py --vantakit $(HOST)/vantakit --out build/gallery
 
-bench: deps host-release windows-i686  ## speed and size, each beside its peer
+# The peers must be there before the release build is configured, which looks for them.
+.PHONY: bench-deps
+bench-deps: deps
 	@tools/deps.sh bench
-	@cmake --build $(HOST) -j $(JOBS) --target extract_bench markup_bench
-	@python3 tests/bench/run.py --build $(HOST)
+
+bench: bench-deps host-release windows-i686  ## speed and size, each beside its peer (ONLY=layout for one part)
+	@cmake --preset host-release >build/host-release.log 2>&1 || { cat build/host-release.log; exit 1; }
+	@cmake --build $(HOST) -j $(JOBS) --target extract_bench markup_bench layout_bench layout_peer paint_bench paint_peer window_bench
+	@python3 tests/bench/run.py --build $(HOST) $(addprefix --only ,$(ONLY))
 
 fuzz: deps  ## each fuzzer for FUZZ_SECONDS (60) seconds
 	@tools/deps.sh test

@@ -1,8 +1,8 @@
 # Warnings are errors on every compiler; sanitizer builds are -O0 -g1, which compiles in half the time of -O1.
 add_library(vanta_warnings INTERFACE)
 target_compile_options(vanta_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wnarrowing -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror
+  "$<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor;-Woverloaded-virtual;-Wnarrowing>")
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 sees overlapping copies in its own inlined std::string (its bug 105329).

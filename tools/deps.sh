@@ -4,16 +4,16 @@
 set -euo pipefail
 
 build=(g++ clang cmake ninja-build ccache make pkg-config python3 git zlib1g-dev libsqlite3-dev libssl-dev
-       nlohmann-json3-dev libpugixml-dev libarchive-dev libgtest-dev osslsigncode openssl librsvg2-bin icoutils libnanosvg-dev
+       nlohmann-json3-dev libpugixml-dev libarchive-dev libgtest-dev osslsigncode openssl librsvg2-bin icoutils optipng libnanosvg-dev
        g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 libz-mingw-w64-dev libcurl4-openssl-dev ca-certificates
        libcairo2-dev libpango1.0-dev libfontconfig-dev libgdk-pixbuf-2.0-dev libxcb1-dev
        libxcb-shape0-dev libxcb-icccm4-dev libxcb-keysyms1-dev fonts-wqy-microhei)
 case "${1:?group}" in
   build)   need=("${build[@]}") ;;
   run)     need=(nginx-light) ;;
-  test)    need=(nginx-light libclang-rt-14-dev zip unzip p7zip-full libarchive-tools xvfb xdotool twm) ;;
-  wine)    need=(wine64 wine xvfb xauth) ;;
-  bench)   need=(unzip p7zip-full libarchive-tools time) ;;
+  test)    need=(nginx-light libclang-rt-14-dev zip unzip p7zip-full libarchive-tools xvfb xdotool twm x11-utils) ;;
+  wine)    need=(wine64 wine xvfb xauth xdotool x11-apps) ;;
+  bench)   need=(unzip p7zip-full libarchive-tools time qtbase5-dev) ;;
   gallery) need=(imagemagick) ;;
   lint)    need=(clang-format python3 binutils) ;;
   *) echo "deps: no group named $1" >&2; exit 2 ;;

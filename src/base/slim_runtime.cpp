@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 namespace {
@@ -40,6 +41,9 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept { std::free(
 extern "C" void __cxa_pure_virtual() { End(kBrokenContract); }
 
 namespace std {
+
+// Asked when two descriptions of a type lie at different addresses; without run-time types there is one.
+bool _Sp_make_shared_tag::_S_eq(const type_info&) noexcept { return false; }
 
 [[noreturn]] void __throw_bad_alloc() { End(kOutOfMemory); }
 [[noreturn]] void __throw_bad_array_new_length() { End(kOutOfMemory); }

@@ -3,6 +3,8 @@
 
 #include "base/text.h"
 
+#include <windows.h>
+
 namespace vanta {
 
 // Sets the install directory: an earlier installation's registered folder that still exists, else the product's folder
@@ -12,6 +14,11 @@ void ResolveInstallDirectory();
 String GetInstallDirectory();
 // Replaces it; null, and a path of more than 259 characters, are ignored.
 void SetInstallDirectory(const WCHAR* path);
+
+// Lets the user pick a folder in the system's own dialog, modal over `owner`, which opens in the special folder `id`
+// (CSIDL_…) where the system's dialog can. "" when the user cancels, and when the dialog cannot be shown or what was
+// picked is no folder of the file system. Runs a message loop; the thread must be in a single-threaded apartment.
+String ChooseFolder(HWND owner, int id);
 
 enum class DirectoryCheck { Accepted, Ignored, Invalid, NotWritable, NoSpace };
 

@@ -7,8 +7,14 @@
 
 namespace vanta {
 
+namespace {
+
+std::string_view PayloadBytes() { return FindOwnResource(MAKEINTRESOURCEW(kPayloadResource), RT_RCDATA); }
+
+}  // namespace
+
 bool openEmbeddedFilesArchive() {
-  const std::string_view bytes = FindOwnResource(MAKEINTRESOURCEW(kPayloadResource), RT_RCDATA);
+  const std::string_view bytes = PayloadBytes();
   if (bytes.empty()) {
     PostSetupStatus(SetupStatus::ErrorNoEmbeddedFile);
     return false;
@@ -23,6 +29,14 @@ void ClosePayload() {
   InstallState& state = GetInstallState();
   if (state.payload) Close(state.payload);
   state.payload = nullptr;
+}
+
+bool IsPayloadUnreadable() {
+  const std::string_view bytes = PayloadBytes();
+  if (bytes.empty()) return false;
+  ZipReader* const reader = OpenFromMemory(bytes.data(), bytes.size(), nullptr);
+  if (reader) Close(reader);
+  return !reader;
 }
 
 }  // namespace vanta

@@ -14,4 +14,7 @@ bool openEmbeddedFilesArchive();
 
 void ClosePayload();
 
+// The resource holds something, but no archive: what openEmbeddedFilesArchive keeps to itself.
+bool IsPayloadUnreadable();
+
 }  // namespace vanta

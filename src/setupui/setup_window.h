@@ -5,8 +5,8 @@
 
 namespace vanta {
 
-// Creates the window "SetupWnd" and shows it; it posts WM_QUIT when it is destroyed. Main thread. None when it cannot
-// be created. This build carries no window drawing, so there is never one.
+// Creates the window of SetupWnd.xml and shows its first page; an installation that needs no question has been started
+// by then. The window posts WM_QUIT when it is destroyed. None when it cannot be created. UI thread only.
 HWND CreateSetupWindow();
 
 }  // namespace vanta

@@ -14,15 +14,18 @@
 #include "lumo/core/handler.h"
 #include "lumo/core/window.h"
 #include "tests/bench/measure.h"
+#include "tests/bench/tree_shape.h"
 
 namespace {
 
-constexpr int kNodes = 10500, kLevels = 6, kBranches = 6, kRounds = 200;
+constexpr int kRounds = 200;
+using bench::kBranches, bench::kLevels, bench::LeavesOf;
 
 struct Tree {
   lumo::BoxBase* root = nullptr;
   std::vector<lumo::ControlBase*> all;
   std::vector<lumo::ControlBase*> leaves;
+  int innermost = 0;  // boxes that hold leaves, so far
 };
 
 lumo::BoxBase* MakeBox(int level, bool measured, Tree& tree) {
@@ -54,21 +57,23 @@ lumo::ControlBase* MakeLeaf(bool measured, Tree& tree) {
   return leaf;
 }
 
+// Adds what is below a box, in the order in which a builder meets it.
+void Fill(lumo::BoxBase* box, int level, bool measured, Tree& tree) {
+  if (level == kLevels - 1) {
+    for (int i = LeavesOf(tree.innermost++); i-- > 0;) box->Add(MakeLeaf(measured, tree));
+    return;
+  }
+  for (int i = 0; i < kBranches; ++i) {
+    lumo::BoxBase* const below = MakeBox(level + 1, measured, tree);
+    box->Add(below);
+    Fill(below, level + 1, measured, tree);
+  }
+}
+
 Tree Grow(bool measured) {
   Tree tree;
   tree.root = MakeBox(1, measured, tree);
-  std::vector<lumo::BoxBase*> level = {tree.root};
-  for (int depth = 2; depth < kLevels; ++depth) {
-    std::vector<lumo::BoxBase*> next;
-    for (lumo::BoxBase* const box : level) {
-      for (int i = 0; i < kBranches; ++i) {
-        next.push_back(MakeBox(depth, measured, tree));
-        box->Add(next.back());
-      }
-    }
-    level = next;
-  }
-  for (size_t i = 0; tree.all.size() < kNodes; ++i) level[i % level.size()]->Add(MakeLeaf(measured, tree));
+  Fill(tree.root, 1, measured, tree);
   return tree;
 }
 

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -25,6 +26,25 @@ std::size_t AnonymousBytes() {
 }  // namespace
 
 double Now() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
+
+double Median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + static_cast<long>(values.size() / 2), values.end());
+  return values[values.size() / 2];
+}
+
+Turns TakeTurns(const std::function<void(int)>& full, const std::function<void(int)>& step) {
+  constexpr int kTurns = 500;
+  std::vector<double> fulls, steps;
+  for (int i = 0; i < kTurns; ++i) {
+    const double start = Now();
+    full(i);
+    const double between = Now();
+    step(i);
+    fulls.push_back((between - start) * 1e6);
+    steps.push_back((Now() - between) * 1e6);
+  }
+  return {Median(fulls), Median(steps)};
+}
 
 MappedFile::MappedFile(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);

@@ -3,14 +3,27 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace bench {
 
 // Seconds of a steady clock.
 double Now();
+
+// What a whole paint and a progress step take.
+struct Turns {
+  double full_us;
+  double step_us;
+};
+// Runs both in turns, some hundred times, with the number of the turn; medians.
+Turns TakeTurns(const std::function<void(int)>& full, const std::function<void(int)>& step);
+
+// The middle of some measurements, of which there must be one.
+double Median(std::vector<double> values);
 
 // A file mapped read-only; ends the program with a message when it cannot be.
 class MappedFile {

@@ -1,11 +1,16 @@
 // How long painting takes: a scene of the setup window's size and contents, whole and one step of its progress bar.
-//   paint_bench     prints {"full_us", "step_us"}: microseconds, the best of several rounds
+//   paint_bench                 prints {"full_us", "step_us"}: microseconds, the medians of rounds that take turns
+//   paint_bench pictures DIR    writes the scene's pictures for paint_peer: art.bgra and icon.bgra, straight alpha
+//   paint_bench look FILE       writes the scene as it was painted: premultiplied BGRA, to be looked at
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
+#include <fstream>
+#include <string>
 
 #include "lumo/core/global_resources.h"
 #include "lumo/render/image_attribute.h"
@@ -14,21 +19,13 @@
 #include "lumo/render/text_style.h"
 #include "lumo/render/vector_image.h"
 #include "tests/bench/measure.h"
+#include "tests/bench/scene.h"
 
 namespace {
 
 using lumo::StringView;
 
-constexpr RECT kWindow = {0, 0, 600, 400};
-constexpr RECT kTrack = {40, 330, 560, 334};
-constexpr RECT kStatus = {40, 340, 560, 360};
-constexpr const char* kArt =
-    "<svg width='340' height='128'><defs><linearGradient id='g' x2='100%'><stop offset='0' stop-color='#00bb96'/>"
-    "<stop offset='1' stop-color='#2a7de1'/></linearGradient></defs><rect width='340' height='128' rx='12' "
-    "fill='url(#g)'/><circle cx='170' cy='64' r='40' fill='#fff' fill-opacity='.8'/></svg>";
-constexpr const char* kIcon =
-    "<svg width='16' height='16'><circle cx='8' cy='8' r='7' fill='none' stroke='#555' stroke-width='1.5'/>"
-    "<path d='M4 8l3 3 5-6' fill='none' stroke='#00bb96' stroke-width='2'/></svg>";
+RECT RectOf(const scene::Box& box) { return {box.left, box.top, box.right, box.bottom}; }
 
 struct Picture {
   explicit Picture(const char* svg) {
@@ -40,85 +37,117 @@ struct Picture {
 
 class Scene {
  public:
-  Scene() : render_(lumo::MakeRender()), art_(kArt), icon_(kIcon) { render_->Resize(600, 400, true); }
-
-  void Paint(const RECT& dirty, int percent) {
-    const lumo::AutoClip clip(render_.get(), dirty);
-    Fill(kWindow, {8, 8, 8, 8}, 0xFFF7F9FB, dirty);
-    Image(art_, {130, 60, 470, 188}, dirty);
-    for (int i = 0; i < 2; ++i) {
-      const int left = 180 + i * 130;
-      Fill({left, 260, left + 110, 300}, {20, 20, 20, 20}, i ? 0xFFE6EAEE : 0xFF00BB96, dirty);
-      if (Meets({left, 260, left + 110, 300}, dirty)) {
-        render_->DrawRoundRect({left, 260, left + 110, 300}, {20, 20, 20, 20}, 1, 0xFF009977);
-      }
-      Text({left, 260, left + 110, 300}, i ? TEXT("Cancel") : TEXT("\x7acb\x5373\x5b89\x88c5"), dirty);
-      Image(icon_, {40 + i * 300, 370, 56 + i * 300, 386}, dirty);
-      Text({60 + i * 300, 366, 330 + i * 300, 390}, TEXT("\x6211\x5df2\x9605\x8bfb\x5e76\x540c\x610f"), dirty);
-    }
-    Text({16, 8, 300, 32}, TEXT("VantaView"), dirty);
-    Text({40, 200, 560, 230}, TEXT("C:\\Program Files\\VantaPictor"), dirty);
-    Fill(kTrack, {2, 2, 2, 2}, 0xFFE0E4E8, dirty);
-    const RECT done = {kTrack.left, kTrack.top, kTrack.left + 520 * percent / 100, kTrack.bottom};
-    render_->FillGradient(done, {2, 2, 2, 2}, 0xFF2A7DE1, 0xFF00BB96, 0, 255);
-    Text(kStatus, percent % 2 ? TEXT("Installing 37%") : TEXT("Installing 38%"), dirty);
+  Scene() : render_(lumo::MakeRender()), art_(scene::kArtDrawing), icon_(scene::kIconDrawing) {
+    render_->Resize(scene::kWidth, scene::kHeight, true);
   }
+
+  void Paint(const scene::Box& dirty, int percent) {
+    dirty_ = dirty;
+    const lumo::AutoClip clip(render_.get(), RectOf(dirty));
+    Fill(scene::kGround);
+    Image(art_, scene::kArt);
+    for (const scene::Filling& button : scene::kButtons) Fill(button);
+    for (const scene::Box& place : scene::kIcons) Image(icon_, place);
+    for (const scene::Writing& writing : scene::kTexts) Text(writing);
+    Fill(scene::kTrack);
+    const RECT done = RectOf(scene::BarAt(percent));
+    if (scene::Meet(scene::kStep, dirty)) {
+      render_->FillGradient(done, {2, 2, 2, 2}, scene::kBarFrom, scene::kBarTo, 0, 255);
+    }
+    Text(scene::StatusAt(percent));
+  }
+
+  const char* Pixels() { return reinterpret_cast<const char*>(render_->GetBits()); }
 
  private:
-  static bool Meets(const RECT& a, const RECT& b) {
-    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+  void Fill(const scene::Filling& filling) {
+    if (!scene::Meet(filling.box, dirty_)) return;
+    const int r = filling.radius;
+    render_->FillRect(RectOf(filling.box), {r, r, r, r}, filling.color, 255);
+    if (filling.outline) render_->DrawRoundRect(RectOf(filling.box), {r, r, r, r}, 1, filling.outline);
   }
-  void Fill(const RECT& rect, const RECT& round, DWORD color, const RECT& dirty) {
-    if (Meets(rect, dirty)) render_->FillRect(rect, round, color, 255);
-  }
-  void Text(const RECT& rect, StringView text, const RECT& dirty) {
+  void Text(const scene::Writing& writing) {
+    if (!scene::Meet(writing.box, dirty_)) return;
     lumo::TextLook look;
-    look.color = 0xFF223344;
+    look.color = scene::kTextColor;
     look.style = DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_END_ELLIPSIS;
-    if (Meets(rect, dirty)) render_->DrawText(rect, text, look);
+    render_->DrawText(RectOf(writing.box), writing.text, look);
   }
-  void Image(Picture& picture, const RECT& rect, const RECT& dirty) {
-    if (!Meets(rect, dirty)) return;
+  void Image(Picture& picture, const scene::Box& box) {
+    if (!scene::Meet(box, dirty_)) return;
     lumo::ImagePlace place;
-    place.position = rect;
-    place.paint = dirty;
+    place.position = RectOf(box);
+    place.paint = RectOf(dirty_);
     lumo::PaintImage(render_.get(), place, picture.attribute, nullptr, {});
   }
 
   std::unique_ptr<lumo::IRender> render_;
   Picture art_;
   Picture icon_;
+  scene::Box dirty_ = scene::kAll;
 };
 
-double BestMicroseconds(Scene& scene, const RECT& dirty, int turns) {
-  double best = 1e9;
-  for (int round = 0; round < 7; ++round) {
-    const double start = bench::Now();
-    for (int i = 0; i < turns; ++i) scene.Paint(dirty, 37 + i % 2);
-    best = std::min(best, (bench::Now() - start) * 1e6 / turns);
+// Of the machine, GDI+ and the one font.
+class Surroundings {
+ public:
+  Surroundings() : folder_(std::filesystem::temp_directory_path() / ("vanta-paint-bench-" + std::to_string(getpid()))) {
+    std::filesystem::create_directories(folder_);
+    setenv("VANTA_MACHINE", folder_.c_str(), 1);
+    const Gdiplus::GdiplusStartupInput input;
+    Gdiplus::GdiplusStartup(&token_, &input, nullptr);
+    lumo::Globals().AddFont(TEXT("plain"), TEXT("system"), scene::kFontPixels, false, false, false, false, true);
   }
-  return best;
+  ~Surroundings() {
+    lumo::ReleaseTextCaches();
+    lumo::ReleaseFonts();
+    Gdiplus::GdiplusShutdown(token_);
+    std::filesystem::remove_all(folder_);
+  }
+  Surroundings(const Surroundings&) = delete;
+  Surroundings& operator=(const Surroundings&) = delete;
+
+ private:
+  std::filesystem::path folder_;
+  ULONG_PTR token_ = 0;
+};
+
+void MeasurePaints() {
+  Scene scene;
+  scene.Paint(scene::kAll, 37);
+  const bench::Turns turns = bench::TakeTurns([&](int i) { scene.Paint(scene::kAll, 37 + i % 2); },
+                                              [&](int i) { scene.Paint(scene::kStep, 37 + i % 2); });
+  std::printf("{\"full_us\": %.2f, \"step_us\": %.2f}\n", turns.full_us, turns.step_us);
+}
+
+bool WritePictures(const std::filesystem::path& folder) {
+  const std::pair<const char*, const char*> pictures[] = {{"art.bgra", scene::kArtDrawing},
+                                                          {"icon.bgra", scene::kIconDrawing}};
+  for (const auto& [name, drawing] : pictures) {
+    const auto pixels = lumo::DrawVector(drawing, 100, StringView(), nullptr);
+    if (!pixels) return false;
+    std::ofstream file(folder / name, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(pixels->bgra.data()), static_cast<std::streamsize>(pixels->bgra.size()));
+    if (!file.flush()) return false;
+  }
+  return true;
+}
+
+bool WriteLook(const std::filesystem::path& path) {
+  Scene scene;
+  scene.Paint(scene::kAll, 37);
+  std::ofstream file(path, std::ios::binary);
+  file.write(scene.Pixels(), scene::kWidth * scene::kHeight * 4);
+  return static_cast<bool>(file.flush());
 }
 
 }  // namespace
 
-int main() {
-  const auto folder = std::filesystem::temp_directory_path() / ("vanta-paint-bench-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  setenv("VANTA_MACHINE", folder.c_str(), 1);
-  ULONG_PTR token = 0;
-  Gdiplus::GdiplusStartupInput input;
-  Gdiplus::GdiplusStartup(&token, &input, nullptr);
-  lumo::Globals().AddFont(TEXT("plain"), TEXT("system"), 14, false, false, false, false, true);
-  {
-    Scene scene;
-    scene.Paint(kWindow, 37);
-    const double full = BestMicroseconds(scene, kWindow, 100);
-    const double step = BestMicroseconds(scene, {40, 330, 560, 360}, 500);
-    std::printf("{\"full_us\": %.1f, \"step_us\": %.1f}\n", full, step);
-  }
-  lumo::ReleaseTextCaches();
-  lumo::ReleaseFonts();
-  Gdiplus::GdiplusShutdown(token);
-  std::filesystem::remove_all(folder);
+int main(int argc, char** argv) {
+  const std::string verb = argc > 1 ? argv[1] : "";
+  const Surroundings surroundings;
+  if (verb == "pictures" && argc == 3) return WritePictures(argv[2]) ? 0 : 1;
+  if (verb == "look" && argc == 3) return WriteLook(argv[2]) ? 0 : 1;
+  if (argc != 1) return std::fprintf(stderr, "paint_bench | paint_bench pictures DIR | paint_bench look FILE\n"), 1;
+  MeasurePaints();
+  return 0;
 }

@@ -67,6 +67,7 @@ class Setup:
     keys      "none": accepts nobody's signature
     payload   "small" (products/small.json), or {"files": {name: content}} in place of the sample product, or
               {"small": {…}} or {"sample": {name: content or null}}: that product with files changed or left out
+    skin      {"without": [name, …]}: the setup window's controls of these names have none
     resource  what is odd about the payload resource: "missing", "empty", "garbage", "truncated", "bad data", or one of
               ARCHIVE_ODDITIES, as [name, entry]; without an entry it is so of all of them
     """
@@ -110,9 +111,25 @@ class Setup:
                 write_content(self.build, target, content)
                 os.utime(target, (1700000000, 1700000000))
 
+    def _skin(self):
+        without = self.description.get("skin", {}).get("without", [])
+        if not without:
+            return self.build.folder / "skin"
+        return self.build.made(["skin", without], lambda path: self._make_skin(path, without))
+
+    def _make_skin(self, path, without):
+        shutil.copytree(self.build.folder / "skin", path)
+        layout = path / "resources/themes/default/SetupWnd/SetupWnd.xml"
+        text = layout.read_text()
+        for name in without:
+            if text.count(f' name="{name}"') != 1:
+                raise ValueError(f"{layout} has no one control {name}")
+            text = text.replace(f' name="{name}"', "")
+        layout.write_text(text)
+
     def _make(self, path):
         words = [self.build.vantakit, "pack", "--setup", self.build.bare(self.program), "--payload", self.product,
-                 "--skin", self.build.folder / "skin", "--out", path, "--level", "1",
+                 "--skin", self._skin(), "--out", path, "--level", "1",
                  "--version", self.description.get("version", "1.0.0.0")]
         if self.description.get("keys") == "none":
             words += ["--maker-key", "0" * 64]

@@ -19,6 +19,7 @@ sys.dont_write_bytecode = True  # the source folder stays as it is
 
 import reports
 import sweep
+import walks
 from expect import Expectation, merged
 from machine import CLOCK, DEFAULTS, LOG_CONFIGURATION, Machine, split_words
 from packing import Build, Setup, write_content
@@ -69,7 +70,9 @@ class Run:
             self.step({"run": step} if isinstance(step, str) else step)
 
     def step(self, step):
-        if step.get("run") == "let go":
+        if "walk" in step:
+            walks.walk(self, step)
+        elif step.get("run") == "let go":
             self.machine.let_go()
         elif "run" in step:
             self.run(step)
@@ -89,6 +92,12 @@ class Run:
     def run(self, step):
         """"setup …" or "driver …" with a command line, from the downloads folder."""
         program, *words = split_words(step["run"])
+        path = self.put_setup(step, program)
+        ended = self.machine.run(path, words, step.get("environment"))
+        if ended < 0 or ended != step.get("exit", ended):
+            self.machine.stderr.append(f"{step['run']}: ended with {ended}")
+
+    def put_setup(self, step, program):
         if len(self.setups) > 1:
             self.machine.show()  # waits for what the run before has started
         setup = Setup(self.build, {**self.scenario.get("setup", {}), **step.get("setup", {})}, program)
@@ -98,9 +107,7 @@ class Run:
         target.unlink(missing_ok=True)
         self.machine.put(path, lambda place: shutil.copy(setup.path, place))
         self.machine.digests[path.lower()] = digest(target)
-        ended = self.machine.run(path, words, step.get("environment"))
-        if ended < 0 or ended != step.get("exit", ended):
-            self.machine.stderr.append(f"{step['run']}: ended with {ended}")
+        return path
 
     def change_facts(self, facts):
         if "clock" in facts:
@@ -116,6 +123,7 @@ class Run:
         # What the window was sent is what it got, in that order.
         if self.machine.started and self.machine.seen != actual["messages"]:
             actual["window"] = self.machine.seen
+        actual["walks"] = self.machine.walks
         self.expected.set_size(actual)
         return actual
 

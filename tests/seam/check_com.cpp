@@ -7,6 +7,7 @@
 #include <servprov.h>
 #include <shlguid.h>
 #include <shlobj.h>
+#include <shobjidl.h>
 #include <shldisp.h>
 #include <shlwapi.h>
 #include <taskschd.h>
@@ -35,6 +36,14 @@ SAME(IShellLinkW, SetIconLocation, LPCWSTR, int);
 SAME(IShellLinkW, GetIconLocation, LPWSTR, int, int*);
 SAME(IShellLinkW, SetHotkey, WORD);
 SAME(IShellLinkW, SetShowCmd, int);
+
+SAME(IShellItem, GetDisplayName, SIGDN, LPWSTR*);
+SAME(IModalWindow, Show, HWND);
+SAME(IFileDialog, SetOptions, FILEOPENDIALOGOPTIONS);
+SAME(IFileDialog, GetOptions, FILEOPENDIALOGOPTIONS*);
+SAME(IFileDialog, SetDefaultFolder, IShellItem*);
+SAME(IFileDialog, SetTitle, LPCWSTR);
+SAME(IFileDialog, GetResult, IShellItem**);
 
 SAME(IShellWindows, FindWindowSW, VARIANT*, VARIANT*, int, LONG*, int, IDispatch**);
 SAME(IShellBrowser, QueryActiveShellView, IShellView**);
@@ -84,10 +93,16 @@ SAME(ITask, SetMaxRunTime, DWORD);
 SAME(ITaskTrigger, SetTrigger, const PTASK_TRIGGER);
 
 static_assert(std::is_base_of_v<IScheduledWorkItem, ITask>);
+static_assert(std::is_base_of_v<IFileDialog, IFileOpenDialog> && std::is_base_of_v<IModalWindow, IFileDialog>);
 static_assert(std::is_base_of_v<ITrigger, ITimeTrigger>);
 static_assert(std::is_base_of_v<IDispatch, IShellDispatch2>);
 
 constexpr bool k64 = sizeof(void*) == 8;
+static_assert(sizeof(BROWSEINFOW) == (k64 ? 64 : 32) && offsetof(BROWSEINFOW, ulFlags) == (k64 ? 32 : 16));
+static_assert(sizeof(ITEMIDLIST) == 3 && offsetof(SHITEMID, abID) == 2);
+static_assert(FOS_PICKFOLDERS == 0x20 && FOS_PATHMUSTEXIST == 0x800 && FOS_FILEMUSTEXIST == 0x1000);
+static_assert(BIF_RETURNONLYFSDIRS == 1 && BIF_DONTGOBELOWDOMAIN == 2);
+static_assert(SIGDN_FILESYSPATH == static_cast<int>(0x80058000) && SIGDN_NORMALDISPLAY == 0);
 static_assert(sizeof(VARIANT) == (k64 ? 24 : 16) && sizeof(VARIANT_BOOL) == 2 && VARIANT_TRUE == -1);
 static_assert(sizeof(TASK_TRIGGER) == 0x30 && offsetof(TASK_TRIGGER, TriggerType) == 32 &&
               offsetof(TASK_TRIGGER, Type) == 36 && offsetof(TASK_TRIGGER, wRandomMinutesInterval) == 46);
@@ -113,6 +128,11 @@ const NamedId kIds[] = {
     {IID_IDispatch, TEXT("{00020400-0000-0000-C000-000000000046}")},
     {CLSID_ShellLink, TEXT("{00021401-0000-0000-C000-000000000046}")},
     {IID_IShellLinkW, TEXT("{000214F9-0000-0000-C000-000000000046}")},
+    {IID_IShellItem, TEXT("{43826D1E-E718-42EE-BC55-A1E261C37BFE}")},
+    {IID_IModalWindow, TEXT("{B4DB1657-70D7-485E-8E3E-6FCB5A5C1802}")},
+    {IID_IFileDialog, TEXT("{42F85136-DB7E-439C-85F1-E4075D135FC8}")},
+    {IID_IFileOpenDialog, TEXT("{D57C7288-D4AD-4768-BE02-9D969532D960}")},
+    {CLSID_FileOpenDialog, TEXT("{DC1C5A9C-E88A-4DDE-A5A1-60F82A20AEF7}")},
     {CLSID_ShellWindows, TEXT("{9BA05972-F6A8-11CF-A442-00A0C90A8F39}")},
     {IID_IShellWindows, TEXT("{85CB6900-4D95-11CF-960C-0080C7F4EE85}")},
     {SID_STopLevelBrowser, TEXT("{4C96BE40-915C-11CF-99D3-00AA004AE837}")},
@@ -159,6 +179,48 @@ bool ApartmentsAreCounted() {
   CoUninitialize();
   return without == CO_E_NOTINITIALIZED && first == S_OK && second == S_FALSE && other == RPC_E_CHANGED_MODE &&
          within == S_OK && MakeLink() == CO_E_NOTINITIALIZED;
+}
+
+// A file dialog that is never shown: what it is told it keeps, and it has no answer yet.
+bool AFileDialogKeepsItsOptions(IFileOpenDialog* dialog) {
+  FILEOPENDIALOGOPTIONS options = 0;
+  IShellItem* item = nullptr;
+  constexpr FILEOPENDIALOGOPTIONS kUsual = FOS_PATHMUSTEXIST | FOS_FILEMUSTEXIST;
+  const bool usual = dialog->GetOptions(&options) == S_OK && (options & (kUsual | FOS_PICKFOLDERS)) == kUsual;
+  const bool set = dialog->SetOptions(options | FOS_PICKFOLDERS) == S_OK && dialog->SetTitle(TEXT("seam")) == S_OK;
+  const bool kept = dialog->GetOptions(&options) == S_OK && (options & FOS_PICKFOLDERS);
+  const bool no_answer = FAILED(dialog->GetResult(&item)) && !item;
+  return usual && set && kept && no_answer;
+}
+
+bool FileDialogsAreToldBeforeTheyAreShown() {
+  CoInitialize(nullptr);
+  IFileOpenDialog* dialog = nullptr;
+  const HRESULT made = CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
+                                        reinterpret_cast<void**>(&dialog));
+  const bool right = made == S_OK && AFileDialogKeepsItsOptions(dialog);
+  if (dialog) dialog->Release();
+  CoUninitialize();
+  return right;
+}
+
+// What the setup asks for with its folder's path: an item that gives that path back.
+bool AnItemOfAPathGivesThePath() {
+  using Create = HRESULT(WINAPI*)(PCWSTR, IBindCtx*, REFIID, void**);
+  const FARPROC found = GetProcAddress(GetModuleHandleW(TEXT("shell32.dll")), "SHCreateItemFromParsingName");
+  const auto create = reinterpret_cast<Create>(reinterpret_cast<void*>(found));
+  IShellItem* item = nullptr;
+  LPWSTR path = nullptr;
+  CoInitialize(nullptr);
+  const bool made = create && create(TEXT("C:\\"), nullptr, IID_IShellItem, reinterpret_cast<void**>(&item)) == S_OK &&
+                    item->GetDisplayName(SIGDN_FILESYSPATH, &path) == S_OK && SameText(path, TEXT("C:\\"));
+  CoTaskMemFree(path);
+  if (item) item->Release();
+  item = nullptr;
+  const bool refused =
+      create && FAILED(create(TEXT("C:\\no such folder"), nullptr, IID_IShellItem, reinterpret_cast<void**>(&item)));
+  CoUninitialize();
+  return made && refused && !item;
 }
 
 bool BstrsKnowTheirLength() {
@@ -258,6 +320,8 @@ bool OneExtraLongPastTheEndIsRefused() {
 constexpr SeamCheck kChecks[] = {
     {"interface and class ids are the same", IdentitiesAreTheSame},
     {"apartments are counted and keep their model", ApartmentsAreCounted},
+    {"a file dialog keeps its options and has no answer before it is shown", FileDialogsAreToldBeforeTheyAreShown},
+    {"a shell item of a path gives the path", AnItemOfAPathGivesThePath},
     {"BSTRs know their length", BstrsKnowTheirLength},
     {"a window class is registered once and stays while it has windows", AClassIsRegisteredOnce},
     {"FindWindowW looks at class and title without regard to case", WindowsAreFoundWhateverTheCase},

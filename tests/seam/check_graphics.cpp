@@ -247,7 +247,17 @@ bool WrongArgumentsAreStatuses() {
          GdipFillRectangleI(drawing.graphics, nullptr, 0, 0, 1, 1) == Gdiplus::InvalidParameter;
 }
 
+// Having it asks for no window, and makes this a program that draws: only such have the file dialog on both sides.
+bool TheScreenIsThereToMeasureWith() {
+  const HDC screen = GetDC(nullptr);
+  RECT line{0, 0, 0, 0};
+  const int height = screen ? DrawTextW(screen, TEXT("seam"), -1, &line, DT_CALCRECT | DT_SINGLELINE) : 0;
+  const bool measures = height > 0 && line.bottom == height && GetDeviceCaps(screen, LOGPIXELSY) >= 96;
+  return measures && ReleaseDC(nullptr, screen) == 1;
+}
+
 constexpr SeamCheck kChecks[] = {
+    {"the screen's context measures and is given back", TheScreenIsThereToMeasureWith},
     {"blits keep alpha and follow origins", BlitsKeepAlphaAndFollowOrigins},
     {"AlphaBlend takes premultiplied sources", BlendsPremultiplied},
     {"a bitmap is selected into one DC at a time", SelectedBitmapsAreNotDeletedAndNotShared},

@@ -13,6 +13,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+std::vector<std::string> Lines(const Findings& findings) {
+  std::vector<std::string> lines;
+  for (const Finding& finding : findings) lines.push_back(LineOf(finding));
+  return lines;
+}
+using Texts = std::vector<std::string>;
+
 class CheckTest : public testing::Test {
  protected:
   CheckTest() {
@@ -39,7 +46,7 @@ class CheckTest : public testing::Test {
 TEST_F(CheckTest, AWholeProductHasNoFindings) {
   WriteProduct();
   Write("config/config.xml", "<config/>");
-  EXPECT_EQ(CheckPayload(folder_), Findings());
+  EXPECT_EQ(Lines(CheckPayload(folder_)), Texts());
 }
 
 TEST_F(CheckTest, ProgramsOfTheWrongKindAndMissingOnesAreNamed) {
@@ -48,31 +55,29 @@ TEST_F(CheckTest, ProgramsOfTheWrongKindAndMissingOnesAreNamed) {
   WriteImage("ShellExt.dll", false);
   Write("VantaGlimpse.exe", "text");
   fs::remove(folder_ / "VantaPictorUpdate.exe");
-  EXPECT_EQ(CheckPayload(folder_),
-            (Findings{"VantaGlimpse.exe: no Windows image", "VantaPictorUpdate.exe: missing; the setup refers to it",
-                      "uninst.exe: a library, not a program", "ShellExt.dll: a program, not a library"}));
+  EXPECT_EQ(Lines(CheckPayload(folder_)),
+            (Texts{"VantaGlimpse.exe: no Windows image", "VantaPictorUpdate.exe: missing; the setup refers to it",
+                   "uninst.exe: a library, not a program", "ShellExt.dll: a program, not a library"}));
 }
 
 TEST_F(CheckTest, PathsTooLongForTheDefaultFolderAreNamed) {
   WriteProduct();
   Write(std::string(110, 'a') + "/" + std::string(120, 'b'), "x");
   ASSERT_EQ(CheckPayload(folder_).size(), 1u);
-  EXPECT_NE(CheckPayload(folder_)[0].find("would exceed 259 characters"), std::string::npos);
+  EXPECT_NE(CheckPayload(folder_)[0].message.find("would exceed 259 characters"), std::string::npos);
 }
 
 // The findings about single lines; those about missing keys are left out.
-Findings LineFindings(const std::string& table) {
-  Findings lines;
-  for (const std::string& finding : CheckStringTable("t.ini", table)) {
-    if (finding.starts_with("t.ini:") && finding[6] != ' ') lines.push_back(finding);
-  }
-  return lines;
+Texts LineFindings(const std::string& table) {
+  Findings findings = CheckStringTable("t.ini", table);
+  std::erase_if(findings, [](const Finding& finding) { return finding.line == 0; });
+  return Lines(findings);
 }
 
 TEST(CheckStringTable, IgnoredLinesAreNamedWithTheReason) {
   const struct {
     const char* table;
-    Findings findings;
+    Texts findings;
   } rows[] = {
       {"; a comment = with more = signs\n\n  \r\nA = b\r\n", {}},
       {"\xEF\xBB\xBF; first line\nA = b", {}},
@@ -88,12 +93,16 @@ TEST(CheckStringTable, IgnoredLinesAreNamedWithTheReason) {
 TEST(CheckStringTable, KeysThatTheSetupLooksUpMustBeThere) {
   const Findings findings = CheckStringTable("t.ini", "STRID_PICTOR_NAME = VantaView\n");
   EXPECT_EQ(findings.size(), 20u);
-  EXPECT_EQ(findings[0], "t.ini: STRID_PICTOR_SURE_EXIT is missing; the setup looks it up");
+  EXPECT_EQ(LineOf(findings[0]), "t.ini: STRID_PICTOR_SURE_EXIT is missing; the setup looks it up");
 }
 
-TEST_F(CheckTest, ASkinWithoutTextsIsNamed) {
-  Write("resources/themes/default/global.xml", "<global/>");
-  EXPECT_EQ(CheckSkin(folder_), Findings{"resources/lang/zh-CN/gdstrings.ini: missing; the setup has no texts"});
+TEST_F(CheckTest, WhatASkinLacksIsNamed) {
+  Write("resources/readme.txt", "x");
+  EXPECT_EQ(Lines(CheckSkin(folder_)),
+            (Texts{"resources/lang/zh-CN/gdstrings.ini: missing; the setup has no texts",
+                   "resources/themes/default/SetupWnd/SetupWnd.xml: missing; the setup opens it",
+                   "resources/themes/default/MessageWnd/MessageWnd.xml: missing; the setup opens it",
+                   "resources/themes/default/global.xml: missing; there are no fonts, colours and themes"}));
 }
 
 }  // namespace

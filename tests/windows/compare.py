@@ -1,10 +1,11 @@
 """Compares what the setup left under Wine with what its Linux build left; see run.sh for the files in FOLDER.
 
-  compare.py FOLDER
+  compare.py FOLDER COMPARE_PICTURES
 """
 import json
 import pathlib
 import re
+import subprocess
 import sys
 import types
 from datetime import datetime, timezone
@@ -121,11 +122,15 @@ def log_text(file):
     return re.sub(r"&m=[0-9a-f]{32}&m2=[0-9a-f]{44}&", "&IDENTIFIERS&", text)  # the two sides are two machines
 
 
-def compare_round(folder, number, first_times):
-    label = f"round {number}: "
+def compare_round(folder, number, first_times, by_hand=False):
+    """What the one side's n-th installation left beside the other's. By hand: an installation with a window, under
+    Wine, beside a silent one; only the log tells them apart."""
+    label = "by hand: " if by_hand else f"round {number}: "
+    name = "hand" if by_hand else f"wine{number}"
     it = types.SimpleNamespace(
-        round=number, first_times=first_times, wine_trace=(folder / f"wine{number}.log").read_text(errors="replace"),
-        wine=read(folder / f"wine{number}.json"), machine=read(folder / f"machine{number}.json"),
+        # The silent installation starts a program only over an earlier one, the one with a window always.
+        round=number, wine_starts=number - 1 + by_hand, first_times=first_times, wine_trace=(folder / f"{name}.log").read_text(errors="replace"),
+        wine=read(folder / f"{name}.json"), machine=read(folder / f"machine{number}.json"),
         twin=read(folder / f"twin{number}.json"),
         expect=lambda name, *sides: expect(label + name, *sides),
         expect_same=lambda what, *rest: expect_same(label + what, *rest))
@@ -141,14 +146,28 @@ def compare_round(folder, number, first_times):
     it.expect("stored identifiers", take_identifiers(it.wine), take_identifiers(it.machine))
     it.expect_same("registry", it.wine["registry"], it.machine["registry"], ("key", "name"))
     it.expect_same("link", it.wine["shortcuts"], it.machine["shortcuts"], ("path",))
-    names = [folder / f"{side}{number}" for side in ("wine", "machine", "twin")]
+    names = [folder / name, *(folder / f"{side}{number}" for side in ("machine", "twin"))]
     it.expect("exit code", *(name.with_suffix(".exit").read_text().strip() for name in names[:2]))
     it.expect("exit code is success", names[0].with_suffix(".exit").read_text().strip(), "0")
     logs = [log_text(name.with_suffix(".setup-log")) for name in names[:2]]
+    starts = [names[at].with_suffix(".starts").read_bytes().decode() for at in (0, 2)]
+    if by_hand:
+        take_program_start(it, logs, starts)
     it.expect("log", *logs)
     it.expect("log has lines", "InstallerThread start" in logs[0], True)
     # The program's own note of how it was started: path, command line, rights.
-    it.expect("programs that were started", *(names[at].with_suffix(".starts").read_bytes() for at in (0, 2)))
+    it.expect("programs that were started", *starts)
+
+
+def take_program_start(it, logs, starts):
+    """Takes out what a window adds: its line in the log, and the start of the product."""
+    program = f"{INSTALLED}VantaGlimpse.exe"
+    run = f"TIME [App - SetupHelper] runApp [{program}] [/src=setup]\r\n"
+    note = f'{program}\t"{program}" /src=setup\televated\r\n'
+    it.expect("lines of the window", [logs[0].count("runSetup window"), logs[0].count(run)], [1, 1])
+    it.expect("the product is started", starts[0], note)
+    logs[0] = logs[0].replace("runSetup window", "runSetup silent").replace(run, "")
+    starts[0] = starts[0].replace(note, "")
 
 
 def compare_seam(file):
@@ -181,11 +200,35 @@ def compare_requests(folder):
     expect("identifiers are stored", (len(values.get("mid", "")), len(m2)), (64, 44))
 
 
+def compare_pages(folder, program):
+    """The skin's pages as both sides draw them."""
+    names = sorted(file.stem for file in (folder / "linux96").glob("*.bmp"))
+    expect("pages were drawn", len(names) >= 10, True)
+    for dpi in (96, 144):
+        for name in names:
+            label = f"page {name} at {dpi} dpi: "
+            sides = [folder / f"{side}{dpi}" / name for side in ("wine", "linux")]
+            rects = [side.with_suffix(".rects").read_text().splitlines() for side in sides]
+            if name in known.BOLD_PAGES:
+                rects = [known.without_bold_texts(lines) for lines in rects]
+            expect(label + "rectangles", *rects)
+            seen = json.loads(subprocess.run([program, *(side.with_suffix(".bmp") for side in sides)], check=True,
+                                             capture_output=True, text=True).stdout)
+            expect(label + "size", seen["size"], True)
+            expect(label + "much of it is flat", seen["flat"] > 0.7, True)
+            if name not in known.MOVED_PAGES:
+                expect(label + "flat colours", seen["flat_difference"] <= 2 or seen, True)
+            limit = known.BOLD_TILES if name in known.BOLD_PAGES else known.TILES
+            expect(label + "edges and texts", seen["tile_difference"] <= limit or seen, True)
+
+
 def main():
     folder = pathlib.Path(sys.argv[1])
     first_times = {}
     for number in (1, 2):
         compare_round(folder, number, first_times)
+    compare_round(folder, 1, {}, by_hand=True)
+    compare_pages(folder / "pages", sys.argv[2])
     compare_requests(folder)
     compare_seam(folder / "seam.log")
     print("Wine differs, as listed, in:")

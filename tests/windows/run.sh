@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the x86_64 setup under Wine and the Linux build on a machine with the same facts, twice each (a first
-# installation, then one over it), and compares what they left. Everything is built before. Ends with
-# "N passed, 0 failed".
+# installation, then one over it), and compares what they left; then once more by hand, and every page of the skin as
+# both sides draw it. Everything is built before. Ends with "N passed, 0 failed".
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 cd "$here/../.."
@@ -19,15 +19,15 @@ cannot() {
 
 if [[ ${1:-} != --with-display ]]; then
   tools/deps.sh wine || cannot 'its packages cannot be installed'
-  for program in wine wineserver xvfb-run; do command -v $program >/dev/null || cannot "$program is missing"; done
+  for program in wine wineserver xvfb-run xdotool xwd; do command -v $program >/dev/null || cannot "$program is missing"; done
   timeout 30 xvfb-run -a true || cannot 'no virtual display starts'
-  exec xvfb-run -a "$here/run.sh" --with-display
+  exec xvfb-run -a -s "-screen 0 1280x1024x24" "$here/run.sh" --with-display
 fi
 
 rm -rf "$work"
 mkdir -p "$work/home"
 # winemenubuilder would put menu entries of its own on the desktop; mono and the browser engine are not asked for.
-export HOME=$work/home WINEPREFIX=$work/prefix WINEDEBUG=-all TZ=UTC LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1
+export HOME=$work/home WINEDEBUG=-all TZ=UTC LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1
 export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d;mshtml=d'
 unset WINEARCH XDG_CONFIG_HOME XDG_DATA_HOME
 server=$work/server
@@ -36,13 +36,24 @@ trap 'wineserver -k 2>/dev/null || true; python3 tools/server/loopback.py stop "
 # The registry is written to its files when the server ends, which it does once all programs have ended.
 settle() { timeout 60 wineserver -w || { echo 'programs under Wine do not end' >&2; exit 1; }; }
 
-timeout 120 wine wineboot -i >"$work/wineboot.log" 2>&1 ||
-  cannot "it makes no prefix ($(tail -n 1 "$work/wineboot.log"))"
-settle
-profile=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 ! -name Public | head -n 1)
-user=$(basename "$profile")
-# Desktop, downloads … are links out of the prefix; the comparison wants them inside.
-find "$profile" -maxdepth 1 -type l | while IFS= read -r link; do rm "$link" && mkdir "$link"; done
+# Makes a prefix of that name the current one.
+new_prefix() {
+  export WINEPREFIX=$work/$1
+  timeout 120 wine wineboot -i >"$work/wineboot.log" 2>&1 ||
+    cannot "it makes no prefix ($(tail -n 1 "$work/wineboot.log"))"
+  settle
+  profile=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 ! -name Public | head -n 1)
+  user=$(basename "$profile")
+  # Desktop, downloads … are links out of the prefix; the comparison wants them inside.
+  find "$profile" -maxdepth 1 -type l | while IFS= read -r link; do rm "$link" && mkdir "$link"; done
+}
+
+in_registry() {  # FILE
+  timeout 60 wine regedit /S "$(winepath -w "$1")" >>"$work/regedit.log" 2>&1
+  settle
+}
+
+new_prefix prefix
 python3 "$here/wine_state.py" facts "$WINEPREFIX" "$user" >"$work/facts.json"
 
 put_setup() {  # FOLDER SETUP
@@ -105,8 +116,7 @@ $host/vantakit pack --setup $windows/bare/$setup --payload $windows/sample-produ
   --sign-key build/devkey/dev.key --sign-cert build/devkey/dev.crt --out "$work/reporting.exe" >/dev/null
 put_setup "$profile/Downloads" "$work/reporting.exe"
 python3 "$here/trust_root.py" "$server/root.crt" >"$work/root.reg"
-timeout 60 wine regedit /S "$(winepath -w "$work/root.reg")" >"$work/regedit.log" 2>&1
-settle
+in_registry "$work/root.reg"
 under_wine 3 "${second[@]}"
 # Later starts report to the same server.
 cp "$server/access.log" "$work/wine3.requests"
@@ -124,4 +134,39 @@ fi
 settle
 
 timeout 120 wine "$windows/tests/seam/seam_check.exe" >"$work/seam.log" 2>&1 || true
-python3 "$here/compare.py" "$work"
+settle
+
+# By hand, where nothing is installed yet. One font file stands for Windows' own faces, as it does on the Linux side.
+new_prefix by_hand
+python3 "$here/prefix_settings.py" fonts >"$work/fonts.reg"
+in_registry "$work/fonts.reg"
+put_setup "$profile/Downloads" $windows/$setup
+python3 "$here/wine_state.py" baseline "$WINEPREFIX" "$user" >"$work/baseline_by_hand.json"
+$host/vantakit preview SetupWnd.xml --skin $host/skin --page vb_inst --state lb_tips=shown --rects >"$work/rects.json"
+WINEDEBUG=-all,fixme+taskschd timeout 300 python3 "$here/by_hand.py" "C:\\users\\$user\\Downloads\\$setup" \
+  "$work/rects.json" "$work/code" --from=demo >"$work/hand.log" 2>&1 || { cat "$work/hand.log" >&2; exit 1; }
+settle
+keep '' hand "$WINEPREFIX/drive_c/users/$user" "$(<"$work/code")"
+python3 "$here/wine_state.py" state "$WINEPREFIX" "$user" "$work/baseline_by_hand.json" >"$work/hand.json"
+date +%s >"$work/end"
+
+# Every page of the skin, drawn by the same program on both sides.
+(cd $host/skin && python3 -c 'import shutil, sys; shutil.make_archive(sys.argv[1], "zip", ".")' "$work/skin")
+for dpi in 96 144; do
+  mkdir -p "$work/pages/wine$dpi"
+  python3 "$here/prefix_settings.py" dpi $dpi >"$work/dpi.reg"
+  in_registry "$work/dpi.reg"
+  timeout 120 wine $windows/tests/windows/draw_pages.exe "$(winepath -w "$work/skin.zip")" \
+    "$(winepath -w "$work/pages/wine$dpi")" >>"$work/pages.log" 2>&1 || { cat "$work/pages.log" >&2; exit 1; }
+  settle
+  canvas=$work/canvas$dpi
+  echo "{\"dpi\": $dpi}" >"$work/canvas.json"
+  $host/vantakit machine new "$work/canvas.json" "$canvas"
+  mkdir -p "$canvas/C/pages"
+  cp "$work/skin.zip" $host/tests/windows/draw_pages.exe "$canvas/C/"
+  VANTA_MACHINE=$canvas timeout 120 "$canvas/C/draw_pages.exe" 'C:\skin.zip' 'C:\pages' >>"$work/pages.log" 2>&1 ||
+    { cat "$work/pages.log" >&2; exit 1; }
+  mv "$canvas/C/pages" "$work/pages/linux$dpi"
+done
+
+python3 "$here/compare.py" "$work" "$host/tests/windows/compare_pictures"

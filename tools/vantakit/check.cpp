@@ -1,6 +1,7 @@
 #include "tools/vantakit/check.h"
 
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
 #include "tools/vantakit/arguments.h"
 #include "tools/vantakit/commands.h"
@@ -14,11 +15,15 @@ namespace vantakit {
 namespace {
 
 constexpr char kHelp[] =
-    "Tells what in a payload or skin folder will not work, one finding a line; exit code 1 when there is any.\n\n"
-    "usage: vantakit check [--payload DIR] [--skin DIR]\n\n";
+    "Tells what in a payload or skin folder will not work, one finding a line: FILE:LINE: what is wrong. Warnings are\n"
+    "marked as such; the exit code is 1 when there is any other finding.\n\n"
+    "usage: vantakit check [--payload DIR] [--skin DIR] [--unused] [--json]\n\n";
 constexpr Option kOptions[] = {
     {"payload", Option::Value, "DIR", "the product's files"},
     {"skin", Option::Value, "DIR", "folder that holds resources/…"},
+    {"unused", Option::Flag, nullptr, "warn of what no layout of the skin uses"},
+    {"json", Option::Flag, nullptr,
+     "{\"errors\", \"warnings\", \"findings\": [{\"file\", \"line\", \"severity\", \"message\"}…]}"},
 };
 
 // The files of the product that the setup itself starts, registers or points at.
@@ -48,6 +53,22 @@ std::string CheckImage(const NeededImage& needed, const std::vector<FolderEntry>
   return {};
 }
 
+void PrintJson(const Findings& findings) {
+  nlohmann::json list = nlohmann::json::array();
+  int warnings = 0;
+  for (const Finding& finding : findings) {
+    const bool warning = finding.severity == Finding::Warning;
+    warnings += warning;
+    list.push_back({{"file", finding.place},
+                    {"line", finding.line ? nlohmann::json(finding.line) : nlohmann::json()},
+                    {"severity", warning ? "warning" : "error"},
+                    {"message", finding.message}});
+  }
+  const nlohmann::json whole = {
+      {"errors", static_cast<int>(findings.size()) - warnings}, {"warnings", warnings}, {"findings", std::move(list)}};
+  std::printf("%s\n", whole.dump(1).c_str());
+}
+
 }  // namespace
 
 Findings CheckPayload(const std::filesystem::path& folder) {
@@ -55,7 +76,7 @@ Findings CheckPayload(const std::filesystem::path& folder) {
   Findings findings = CheckEntryNames(entries);
   for (const NeededImage& needed : kNeeded) {
     if (const std::string wrong = CheckImage(needed, entries); !wrong.empty()) {
-      findings.push_back(std::string(needed.name) + ": " + wrong);
+      findings.push_back({needed.name, wrong});
     }
   }
   return findings;
@@ -70,10 +91,14 @@ int RunCheck(int argc, char** argv) {
   if (const auto folder = arguments.Get("payload")) findings = CheckPayload(*folder);
   if (const auto folder = arguments.Get("skin")) {
     const SkinSource skin(*folder);
-    for (const std::string& finding : CheckSkin(skin.Folder())) findings.push_back(finding);
+    Append(CheckSkin(skin.Folder(), arguments.Has("unused")), &findings);
   }
-  for (const std::string& finding : findings) std::printf("%s\n", finding.c_str());
-  return findings.empty() ? 0 : 1;
+  if (arguments.Has("json")) {
+    PrintJson(findings);
+  } else {
+    for (const Finding& finding : findings) std::printf("%s\n", LineOf(finding).c_str());
+  }
+  return HasErrors(findings) ? 1 : 0;
 }
 
 }  // namespace vantakit

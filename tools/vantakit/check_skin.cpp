@@ -1,86 +1,50 @@
 #include <algorithm>
-#include <map>
+#include <set>
 
 #include "setupui/string_table.h"
 #include "tools/vantakit/check.h"
 #include "tools/vantakit/commands.h"
 #include "tools/vantakit/name_rules.h"
+#include "tools/vantakit/passing_machine.h"
+#include "tools/vantakit/skincheck/theme_check.h"
 
 namespace vantakit {
 namespace {
 
 constexpr char kTable[] = "resources/lang/zh-CN/gdstrings.ini";
+constexpr char kThemes[] = "resources/themes/";
+constexpr char kTheme[] = "resources/themes/default/";
+// The layouts that the setup opens.
+constexpr const char* kNeededLayouts[] = {"SetupWnd/SetupWnd.xml", "MessageWnd/MessageWnd.xml"};
 
-// Every string that the setup looks up.
-constexpr const char* kNeededKeys[] = {
-    "STRID_PICTOR_NAME",
-    "STRID_PICTOR_SURE_EXIT",
-    "STRID_PICTOR_DEFAULT",
-    "STRID_PICTOR_INSTING",
-    "STRID_PICTOR_INST",
-    "STRID_PICTOR_AGREE",
-    "STRID_PICTOR_USEAGREE",
-    "STRID_PICTOR_AND",
-    "STRID_PICTOR_PRIVACY",
-    "STRID_PICTOR_KNOWN",
-    "STRID_PICTOR_UNINST_ONLY",
-    "STRID_PICTOR_NO_INST",
-    "STRID_PICTOR_TIPS_DIR_UNVALID",
-    "STRID_PICTOR_TIPS_DIR_NOTWRITE",
-    "STRID_PICTOR_TIPS_DIR_NOSPACE",
-    "STRID_PICTOR_TIPS_USER_AGREE",
-    "STRID_PICTOR_INST_ERROR_UNZIP",
-    "STRID_PICTOR_INST_ERROR_CREATE_DIR",
-    "STRID_PICTOR_INST_ERROR_WRITE_FILE",
-    "STRID_PICTOR_INST_ERROR_NO_EMBEDDED_FILE",
-    "STRID_PICTOR_INST_ERROR_EMBEDDED_FILE",
-};
-
-bool IsBlank(std::string_view line) { return line.find_first_not_of(" \t\r") == line.npos; }
-
-// Comments have their ";" in front; elsewhere in a key it was hardly meant as one.
-bool IsComment(std::string_view line) {
-  if (line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3);
-  const std::size_t start = line.find_first_not_of(" \t");
-  return start != line.npos && line[start] == ';';
+bool Holds(const std::vector<FolderEntry>& entries, const std::string& name) {
+  return std::ranges::find(entries, name, &FolderEntry::name) != entries.end();
 }
 
-std::string WhyIgnored(std::string_view line) {
-  const auto equals = std::count(line.begin(), line.end(), '=');
-  if (equals == 0) return "no \"=\"";
-  if (equals > 1) return "a second \"=\"";
-  if (line.find(';') < line.find('=')) return "a \";\" in the key makes it a comment";
-  return "nothing on one side of the \"=\"";
+Definitions ReadKeys(const std::string& utf8) {
+  Definitions keys;
+  for (const auto& [key, value] : vanta::ParseStringTable(utf8)) keys[key] = {};
+  return keys;
+}
+
+// "resources/themes/NAME/", the setup's own among them even when it is not there.
+std::set<std::string> ThemeFolders(const std::vector<FolderEntry>& entries) {
+  std::set<std::string> folders = {kTheme};
+  for (const FolderEntry& entry : entries) {
+    const std::size_t end = entry.name.find('/', sizeof kThemes - 1);
+    if (entry.name.starts_with(kThemes) && end != entry.name.npos) folders.insert(entry.name.substr(0, end + 1));
+  }
+  return folders;
+}
+
+void FindUnusedKeys(Definitions& keys, Findings* findings) {
+  for (const char* const key : NeededStrings()) Use(keys, vanta::FromUtf8(key));
+  for (const auto& [key, definition] : keys) {
+    if (!definition.used) findings->push_back({kTable, vanta::ToUtf8(key) + " is not used", 0, Finding::Warning});
+  }
 }
 
 }  // namespace
-
-Findings CheckStringTable(const std::string& name, const std::string& utf8) {
-  Findings findings;
-  std::map<vanta::String, std::size_t> lines_of;
-  std::size_t number = 0;
-  for (std::string_view rest = utf8; !rest.empty();) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);
-    const std::string place = name + ":" + std::to_string(++number) + ": ";
-    if (IsBlank(line) || IsComment(line)) continue;
-    const vanta::StringTable one = vanta::ParseStringTable(line);
-    if (one.empty()) {
-      findings.push_back(place + "ignored: " + WhyIgnored(line));
-      continue;
-    }
-    const auto [row, fresh] = lines_of.emplace(one.begin()->first, number);
-    if (fresh) continue;
-    findings.push_back(place + vanta::ToUtf8(row->first) + " replaces line " + std::to_string(row->second));
-    row->second = number;
-  }
-  for (const char* key : kNeededKeys) {
-    if (!lines_of.contains(vanta::FromUtf8(key)))
-      findings.push_back(name + ": " + key + " is missing; the setup looks it up");
-  }
-  return findings;
-}
 
 std::vector<FolderEntry> ListSkin(const std::filesystem::path& folder) {
   if (!std::filesystem::is_directory(folder / "resources"))
@@ -90,16 +54,27 @@ std::vector<FolderEntry> ListSkin(const std::filesystem::path& folder) {
   return entries;
 }
 
-Findings CheckSkin(const std::filesystem::path& folder) {
+Findings CheckSkin(const std::filesystem::path& folder, bool unused) {
   const std::vector<FolderEntry> entries = ListSkin(folder);
+  const bool has_table = Holds(entries, kTable);
+  const std::string table = has_table ? ReadText(folder / kTable) : std::string();
   Findings findings = CheckEntryNames(entries);
-  const bool has_table =
-      std::any_of(entries.begin(), entries.end(), [](const FolderEntry& e) { return e.name == kTable; });
-  if (!has_table) {
-    findings.push_back(std::string(kTable) + ": missing; the setup has no texts");
-    return findings;
+  if (has_table) {
+    Append(CheckStringTable(kTable, table), &findings);
+  } else {
+    findings.push_back({kTable, "missing; the setup has no texts"});
   }
-  for (const std::string& finding : CheckStringTable(kTable, ReadText(folder / kTable))) findings.push_back(finding);
+  for (const char* const layout : kNeededLayouts) {
+    if (!Holds(entries, kTheme + std::string(layout)))
+      findings.push_back({kTheme + std::string(layout), "missing; the setup opens it"});
+  }
+  Definitions keys = ReadKeys(table);
+  const PassingMachine machine;
+  for (const std::string& theme_folder : ThemeFolders(entries)) {
+    SkinTheme theme(theme_folder, entries, keys);
+    Append(CheckTheme(theme, unused), &findings);
+  }
+  if (unused) FindUnusedKeys(keys, &findings);
   return findings;
 }
 

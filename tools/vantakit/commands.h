@@ -29,5 +29,6 @@ int RunWrap(int argc, char** argv);
 int RunView(int argc, char** argv);
 int RunMachine(int argc, char** argv);
 int RunPreview(int argc, char** argv);
+int RunWalk(int argc, char** argv);
 
 }  // namespace vantakit

@@ -70,10 +70,10 @@ Findings CheckDeployment(const DeploymentFields& fields) {
   for (const HostField& host : kHosts) {
     const std::string& name = fields.*host.value;
     if (host.server ? !IsServerName(name) : !IsHostName(name))
-      findings.push_back(std::string(host.name) + ": \"" + fields.*host.value + "\" is no host name");
+      findings.push_back({host.name, "\"" + fields.*host.value + "\" is no host name"});
   }
   for (const std::string& key : fields.maker_keys) {
-    if (!IsKeyHash(key)) findings.push_back("maker key: \"" + key + "\" is not 64 hexadecimal digits");
+    if (!IsKeyHash(key)) findings.push_back({"maker key", "\"" + key + "\" is not 64 hexadecimal digits"});
   }
   return findings;
 }
@@ -84,13 +84,13 @@ Findings FindPlaceholders(const DeploymentFields& fields) {
     const std::string whole = Lower(fields.*host.value);
     const std::string name = whole.substr(0, whole.find(':'));
     if (name.empty() || name == "invalid" || name.ends_with(".invalid")) {
-      findings.push_back(std::string(host.name) + ": \"" + fields.*host.value + "\" stands for a host that is not set");
+      findings.push_back({host.name, "\"" + fields.*host.value + "\" stands for a host that is not set"});
     }
   }
   if (fields.maker_keys.empty())
-    findings.push_back("maker key: none is set, no program of the product would be trusted");
+    findings.push_back({"maker key", "none is set, no program of the product would be trusted"});
   for (const std::string& key : fields.maker_keys) {
-    if (Lower(key) == VANTA_DEV_KEY_HASH) findings.push_back("maker key: the development key of this build");
+    if (Lower(key) == VANTA_DEV_KEY_HASH) findings.push_back({"maker key", "the development key of this build"});
   }
   return findings;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tools/vantakit/commands.h"
+#include "tools/vantakit/walk/walked.h"
 
 namespace {
 
@@ -14,6 +15,7 @@ constexpr Command kCommands[] = {
     {"pack", "make a finished setup of a bare one, a payload folder and a skin folder", vantakit::RunPack},
     {"check", "tell what in a payload or skin folder will not work", vantakit::RunCheck},
     {"preview", "draw a layout of a skin, or open it in a window that follows changes", vantakit::RunPreview},
+    {"walk", "play a script against the real windows of a setup", vantakit::RunWalk},
     {"wrap", "give a Linux program or library the form of a Windows image", vantakit::RunWrap},
     {"machine", "make a machine folder, show what it holds, compare two", vantakit::RunMachine},
     {"view", "answer JSON requests about single functions of the setup, one a line", vantakit::RunView},
@@ -42,6 +44,7 @@ int Run(const Command& command, int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (vantakit::IsWalked()) return vantakit::RunWalked();
   std::setlocale(LC_CTYPE, "C.UTF-8");  // file names are UTF-8 whatever the terminal speaks
   const std::string_view name = argc > 1 ? argv[1] : "";
   if (name == "help" || name == "--help" || name == "-h") {

@@ -36,16 +36,15 @@ Findings CheckEntryNames(const std::vector<FolderEntry>& entries) {
     return fresh || row->second == path ? nullptr : &row->second;
   };
   for (const FolderEntry& entry : entries) {
-    if (const std::string wrong = WhatIsWrong(entry.name); !wrong.empty())
-      findings.push_back(entry.name + ": " + wrong);
+    if (const std::string wrong = WhatIsWrong(entry.name); !wrong.empty()) findings.push_back({entry.name, wrong});
     for (std::size_t slash = entry.name.find('/'); slash != std::string::npos;
          slash = entry.name.find('/', slash + 1)) {
       if (const auto* other = claim(entry.name.substr(0, slash))) {
-        findings.push_back(entry.name + ": lies in the same folder as \"" + *other + "\" but for the case of letters");
+        findings.push_back({entry.name, "lies in the same folder as \"" + *other + "\" but for the case of letters"});
       }
     }
     if (const auto* other = claim(entry.name)) {
-      findings.push_back(entry.name + ": the same name as \"" + *other + "\" but for the case of letters");
+      findings.push_back({entry.name, "the same name as \"" + *other + "\" but for the case of letters"});
     }
   }
   return findings;

@@ -78,9 +78,9 @@ class WorkFolder {
 };
 
 void Refuse(const std::string& what, const Findings& findings) {
-  if (findings.empty()) return;
+  if (!HasErrors(findings)) return;
   std::string text = what;
-  for (const std::string& finding : findings) text += "\n  " + finding;
+  for (const Finding& finding : findings) text += "\n  " + LineOf(finding);
   throw Failure(text);
 }
 
@@ -184,7 +184,7 @@ class Packer {
     Findings findings;
     for (const FolderEntry& entry : entries) {
       const auto file = Map(entry.file);
-      if (IsImage(file->bytes()) && !IsSigned(file->bytes())) findings.push_back(entry.name + ": unsigned");
+      if (IsImage(file->bytes()) && !IsSigned(file->bytes())) findings.push_back({entry.name, "unsigned"});
     }
     return findings;
   }

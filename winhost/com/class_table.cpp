@@ -23,6 +23,7 @@ bool SinceVista(const Facts& facts) { return facts.AtLeast(6, 0); }
 const ComClass kClasses[] = {
     {CLSID_ShellLink, "CLSID_ShellLink", CLSCTX_INPROC_SERVER, nullptr, MakeShellLink},
     {CLSID_ShellWindows, "CLSID_ShellWindows", CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, nullptr, MakeShellWindows},
+    {CLSID_FileOpenDialog, "CLSID_FileOpenDialog", CLSCTX_INPROC_SERVER, SinceVista, MakeFileOpenDialog},
     {CLSID_TaskScheduler, "CLSID_TaskScheduler", CLSCTX_INPROC_SERVER, SinceVista, MakeTaskService},
     {CLSID_CTaskScheduler, "CLSID_CTaskScheduler", CLSCTX_INPROC_SERVER, nullptr, MakeTaskScheduler1},
     {CLSID_CTask, "CLSID_CTask", CLSCTX_INPROC_SERVER, nullptr, MakeTask1},

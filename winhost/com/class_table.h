@@ -17,6 +17,7 @@ struct ComClass {
 
 HRESULT MakeShellLink(REFIID iid, void** object);
 HRESULT MakeShellWindows(REFIID iid, void** object);
+HRESULT MakeFileOpenDialog(REFIID iid, void** object);
 HRESULT MakeTaskService(REFIID iid, void** object);
 HRESULT MakeTaskScheduler1(REFIID iid, void** object);
 HRESULT MakeTask1(REFIID iid, void** object);

@@ -1,5 +1,6 @@
 #include "winhost/gdi/window_drawing.h"
 
+#include "winhost/dialogs/file_open_dialog.h"
 #include "winhost/gdi/device_context.h"
 #include "winhost/window/display.h"
 #include "winhost/window/drawing.h"
@@ -42,6 +43,7 @@ bool RegisterWindowDrawing() {
   drawing.fill_region = FillRegion;
   drawing.delete_region = DeleteRegion;
   drawing.register_controls = RegisterTooltipClass;
+  drawing.make_file_open_dialog = MakeDrawnFileOpenDialog;
   drawing.open_x11 = OpenX11Display;
   return true;
 }

@@ -3,7 +3,7 @@
 // Promises: a thread's apartment is counted as Windows counts it (S_FALSE for a second initialisation,
 // RPC_E_CHANGED_MODE for another model); a thread without one may still make objects while the process has a
 // multithreaded apartment, and gets CO_E_NOTINITIALIZED otherwise. Classes: the shell link, the shell's windows, both
-// task schedulers.
+// task schedulers, the file dialog (in programs that draw).
 // Simplifies: objects are called directly from any thread, without marshalling; no class is loaded from a library.
 // To fail: the fact "missing_classes" (names such as "CLSID_ShellLink") makes a class unregistered; the fault plan:
 // "CoInitializeEx", "OleInitialize", "CoCreateInstance" (subject: the class's name) and every method as

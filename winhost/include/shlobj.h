@@ -1,12 +1,16 @@
-// Special folders and the making of directory chains.
+// Special folders, the making of directory chains, and the older folder picker.
 //
 // Promises: the folders of the machine's Windows version and bitness (documents and settings before Vista, users
 // after), as this process sees them; the fact "folders" overrides one by its CSIDL name, "" making it impossible to
 // find. CSIDL_FLAG_CREATE makes a missing folder; without it a missing folder answers E_FAIL and no path (with
-// CSIDL_FLAG_DONT_VERIFY nothing is checked).
+// CSIDL_FLAG_DONT_VERIFY nothing is checked). SHBrowseForFolderW shows a real window, of class "#32770":
+// winhost/dialogs/folder_dialog.h says how to use it, and how a program answers it.
 // Simplifies: one user; the token and the "default" folder are not looked at; virtual folders answer E_INVALIDARG.
+// The folder picker looks like the newer one (shobjidl.h), begins with the drives, and asks no callback; a root and
+// flags other than the two below are refused: null, at once.
 // To fail: the facts "folders", or the fault plan: "SHGetFolderPathW" (subject: the CSIDL name; the error an HRESULT),
-// "SHCreateDirectory" (subject: the path; the error a system error number).
+// "SHCreateDirectory" (subject: the path; the error a system error number), "SHBrowseForFolderW" (instead of a dialog),
+// "SHGetPathFromIDListW" (subject: the path).
 #pragma once
 
 #include <shobjidl.h>
@@ -69,3 +73,25 @@ BOOL WINAPI SHGetSpecialFolderPathW(HWND owner, LPWSTR path, int csidl, BOOL cre
 // ERROR_FILENAME_EXCED_RANGE for more than 247 characters.
 int WINAPI SHCreateDirectory(HWND owner, PCWSTR path);
 int WINAPI SHCreateDirectoryExW(HWND owner, LPCWSTR path, const SECURITY_ATTRIBUTES* security);
+
+using BFFCALLBACK = int(CALLBACK*)(HWND, UINT, LPARAM, LPARAM);
+
+#define BIF_RETURNONLYFSDIRS 0x00000001
+#define BIF_DONTGOBELOWDOMAIN 0x00000002
+
+struct BROWSEINFOW {
+  HWND hwndOwner;
+  PCIDLIST_ABSOLUTE pidlRoot;  // null
+  LPWSTR pszDisplayName;       // gets the chosen folder's own name; null, or room for MAX_PATH characters
+  LPCWSTR lpszTitle;           // a line of instruction above the folders; null for none
+  UINT ulFlags;
+  BFFCALLBACK lpfn;  // null
+  LPARAM lParam;
+  int iImage;
+};
+using LPBROWSEINFOW = BROWSEINFOW*;
+
+// Null when the user says no. The caller frees the list with CoTaskMemFree.
+PIDLIST_ABSOLUTE WINAPI SHBrowseForFolderW(LPBROWSEINFOW browse);
+// `path` has room for MAX_PATH characters; FALSE and "" for a list that names no place of the file system.
+BOOL WINAPI SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path);

@@ -98,5 +98,6 @@ std::uint64_t RealWaitNs(std::uint32_t ms) { return RealWaitNs(Machine::Current(
 void PassWaitedMs(std::uint32_t ms) {
   if (TheClock().stands()) TheClock().Advance(ms);
 }
+void AdvanceMachineClock(std::uint64_t ms) { TheClock().Advance(ms); }
 
 }  // namespace winhost

@@ -23,5 +23,8 @@ void MachineSleepMs(std::uint64_t ms);
 std::uint64_t RealWaitNs(std::uint32_t ms);
 std::uint64_t RealWaitNs(Machine& machine, std::uint32_t ms);
 void PassWaitedMs(std::uint32_t ms);
+// The machine's time jumps ahead, whether its clock stands or runs; for tests and tools. Waits that have begun see it
+// when they are next woken.
+void AdvanceMachineClock(std::uint64_t ms);
 
 }  // namespace winhost

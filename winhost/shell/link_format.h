@@ -1,6 +1,8 @@
 // Numbers of the .lnk format that its writer and its reader share, and little-endian access with bounds.
 #pragma once
 
+#include <minwindef.h>
+
 #include <concepts>
 #include <cstdint>
 #include <cstring>
@@ -35,6 +37,7 @@ constexpr std::uint8_t kRootItem = 0x1F;
 constexpr std::uint8_t kDriveItem = 0x2F;
 constexpr std::uint8_t kFolderItem = 0x31;
 constexpr std::uint8_t kFileItem = 0x32;
+constexpr std::uint8_t kShareItem = 0xC3;
 constexpr std::uint8_t kUnicodeName = 0x04;  // with the two above: the primary name is UTF-16
 
 class Writer {
@@ -71,6 +74,17 @@ std::optional<T> ReadAt(std::string_view bytes, std::size_t offset) {
   T value;  // the file's order is this machine's own
   std::memcpy(&value, bytes.data() + offset, sizeof value);
   return value;
+}
+
+inline std::uint64_t Ticks(const FILETIME& time) {
+  return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+// What the format's narrow fields get; but for a share's they have a UTF-16 twin that holds the real text.
+inline std::string Ansi(std::u16string_view text) {
+  std::string narrow;
+  for (char16_t unit : text) narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
+  return narrow;
 }
 
 // Text that ends at a terminator or where the bytes end.

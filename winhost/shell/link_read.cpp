@@ -1,3 +1,4 @@
+#include "winhost/shell/id_list.h"
 #include "winhost/shell/link_file.h"
 #include "winhost/shell/link_format.h"
 
@@ -12,40 +13,6 @@ bool Eat(std::string_view& rest, std::size_t size, std::string_view* block) {
   *block = rest.substr(0, size);
   rest.remove_prefix(size);
   return true;
-}
-
-// The long name of a folder's or file's item: in its extension block, else the primary name.
-std::u16string ItemName(std::string_view item) {
-  if (const auto at = ReadAt<std::uint16_t>(item, item.size() - 2); at && *at >= 14 && *at % 2 == 0) {
-    const auto version = ReadAt<std::uint16_t>(item, *at + 2u);
-    const auto signature = ReadAt<std::uint32_t>(item, *at + 4u);
-    if (version && signature == link::kNameExtension) {
-      std::size_t name = *at + 18u;
-      if (*version >= 7) name += 18;
-      if (*version >= 3) name += 2;
-      if (*version >= 9) name += 4;
-      if (*version >= 8) name += 4;
-      if (auto text = link::WideAt(item, name); !text.empty()) return text;
-    }
-  }
-  const bool wide = (static_cast<unsigned char>(item[2]) & link::kUnicodeName) != 0;
-  return wide ? link::WideAt(item, 14) : link::AnsiAt(item, 14);
-}
-
-std::u16string PathOfIdList(std::string_view list) {
-  std::u16string path;
-  while (auto size = ReadAt<std::uint16_t>(list, 0)) {
-    std::string_view item;
-    if (*size < 3 || !Eat(list, *size, &item)) break;
-    const auto type = static_cast<std::uint8_t>(item[2]);
-    if ((type & 0xF0) == 0x20 && item.size() > 5) {
-      path = link::AnsiAt(item, 3);
-    } else if ((type & 0x70) == 0x30 && item.size() > 16 && !path.empty()) {
-      if (path.back() != u'\\') path += u'\\';
-      path += ItemName(item);
-    }
-  }
-  return path;
 }
 
 std::u16string PathOfLinkInfo(std::string_view info) {

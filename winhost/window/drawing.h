@@ -22,6 +22,8 @@ struct Drawing {
   void (*delete_region)(HRGN region) = nullptr;
   // Registers the window classes of the common controls that there are.
   void (*register_controls)() = nullptr;
+  // The class CLSID_FileOpenDialog.
+  HRESULT (*make_file_open_dialog)(REFIID iid, void** object) = nullptr;
   // The X display that the environment names; null, with a line on standard error, when there is none.
   std::unique_ptr<Display> (*open_x11)() = nullptr;
 };

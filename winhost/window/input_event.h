@@ -16,7 +16,7 @@ enum class ContactKind : std::uint32_t { Finger, Pen };
 
 struct InputEvent {
   InputKind kind = InputKind::Mouse;
-  HWND window = nullptr;  // the top-level window that it happened to; null for keys
+  HWND window = nullptr;  // the top-level window that it happened to; for keys the foremost one then
   UINT message = 0;
   POINT point{};           // on the screen
   int data = 0;            // wheel: the way turned; key: its number; touch: the contact's

@@ -18,7 +18,7 @@ RECT AskClient(HWND window, const RECT& place);
 // The limits that WM_GETMINMAXINFO gives, beginning with those of the monitor's work area.
 MINMAXINFO AskLimits(HWND window);
 
-// ShowWindow for a window of the calling thread, whose style was `former_style` when that was asked.
+// ShowWindow for a window of the calling thread, which was visible or not, as `former_style` says, when that was asked.
 void ShowMine(HWND window, int show, DWORD former_style);
 
 }  // namespace winhost

@@ -119,7 +119,8 @@ void ShowMine(HWND handle, int show, DWORD former_style) {
   if (was_visible != change.visible) SendMessageW(handle, WM_SHOWWINDOW, change.visible, 0);
   const auto info = window->table->Find(handle);
   if (!info) return;
-  const State from = StateOf(former_style), to = Settled(*window, show, from, change.state);
+  // As it is now: of two changes that another thread asked for at once, the second finds what the first has done.
+  const State from = StateOf(info->style), to = Settled(*window, show, from, change.state);
   // Its thread was asked from elsewhere: the style is there already, the rest has to happen as if it were not.
   if (info->shown() != was_visible) window->table->SetStyle(handle, kVisible, former_style & kVisible);
   WINDOWPOS wanted{handle, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER};

@@ -5,6 +5,7 @@
 
 #include "winhost/kernel/waitable.h"
 #include "winhost/machine/clock.h"
+#include "winhost/window/device_state.h"
 #include "winhost/window/post_office.h"
 #include "winhost/window/update.h"
 #include "winhost/window/window.h"
@@ -169,10 +170,20 @@ DWORD ThreadQueue::Status(std::uint64_t now_ms) const {
   return status;
 }
 
+// Keys are for whatever has the focus when they are fetched, so those that wait stay. A button that is let go over the
+// window is let go all the same.
+void ThreadQueue::ForgetInput(HWND window) {
+  for (const InputEvent& event : input) {
+    if (event.window != window || event.kind != InputKind::Mouse) continue;
+    if (const int key = ButtonKey(event.message)) keys[static_cast<std::size_t>(key)] = IsButtonDown(event.message);
+  }
+  std::erase_if(input, [&](const InputEvent& event) { return event.window == window && event.kind != InputKind::Key; });
+}
+
 void ThreadQueue::Forget(HWND window) {
   std::erase_if(posted, [&](const MSG& message) { return message.hwnd == window; });
   std::erase_if(timers, [&](const WindowTimer& timer) { return timer.window == window; });
-  std::erase_if(input, [&](const InputEvent& event) { return event.window == window; });
+  ForgetInput(window);
   for (HWND* mark : {&active, &focus, &capture, &tracking.window, &last_click.window}) {
     if (*mark == window) *mark = nullptr;
   }

@@ -109,6 +109,7 @@ class ThreadQueue {
   bool ended = false;  // its thread is gone; nothing more is accepted
 
  private:
+  void ForgetInput(HWND window);
   bool TakeTimer(const MessageFilter& filter, bool remove, std::uint64_t now_ms, MSG* message);
 };
 

@@ -1,8 +1,5 @@
 #include "winhost/x11/x11_display.h"
 
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
 #include <xcb/xcb_icccm.h>
 
 #include <cstdio>
@@ -49,9 +46,8 @@ class X11Display final : public Display {
   X11Display() : keyboard_(connection_.Usable() ? connection_.get : nullptr) {}
   ~X11Display() override {
     if (!reader_.joinable()) return;
-    const std::uint64_t one = 1;
-    if (write(stop_, &one, sizeof one) == sizeof one) reader_.join();
-    close(stop_);
+    TellReaderToStop();
+    reader_.join();
   }
 
   // False with a line on standard error.
@@ -64,7 +60,9 @@ class X11Display final : public Display {
     state_ = connection_.Atom("WM_STATE");
     font_ = xcb_generate_id(connection_.get);
     xcb_open_font(connection_.get, font_, 6, "cursor");
-    stop_ = eventfd(0, EFD_CLOEXEC);
+    mailbox_ = xcb_generate_id(connection_.get);
+    xcb_create_window(connection_.get, XCB_COPY_FROM_PARENT, mailbox_, connection_.screen->root, -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     reader_ = std::thread([this] { Read(); });
     return true;
   }
@@ -167,13 +165,29 @@ class X11Display final : public Display {
     xcb_flush(connection_.get);
   }
 
+  // Only xcb knows of all events: a thread that waits for a reply takes those before it off the socket, and nothing is
+  // left there to poll for.
   void Read() {
-    pollfd waits[] = {{xcb_get_file_descriptor(connection_.get), POLLIN, 0}, {stop_, POLLIN, 0}};
-    while (!xcb_connection_has_error(connection_.get)) {
-      while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get)}) Handle(*event);
-      if (poll(waits, 2, -1) < 0 && errno != EINTR) return;
-      if (waits[1].revents) return;
+    while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(connection_.get)}) {
+      if (IsForMailbox(*event)) return;
+      Handle(*event);
     }
+  }
+
+  bool IsForMailbox(const xcb_generic_event_t& event) const {
+    return (event.response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
+           reinterpret_cast<const xcb_client_message_event_t&>(event).window == mailbox_;
+  }
+
+  // A message to a window goes to whom it belongs to. On a broken connection the reader has ended by itself.
+  void TellReaderToStop() {
+    xcb_client_message_event_t stop{};
+    stop.response_type = XCB_CLIENT_MESSAGE;
+    stop.format = 32;
+    stop.window = mailbox_;
+    stop.type = delete_;
+    xcb_send_event(connection_.get, 0, mailbox_, 0, reinterpret_cast<const char*>(&stop));
+    xcb_flush(connection_.get);
   }
 
   // Runs in the window's own thread, in its own time.
@@ -341,7 +355,7 @@ class X11Display final : public Display {
   xcb_atom_t delete_ = 0, state_ = 0;
   xcb_font_t font_ = 0;
   xcb_cursor_t cursor_ = 0;
-  int stop_ = -1;
+  xcb_window_t mailbox_ = 0;  // never shown; a message to it ends the reader
   std::mutex mutex_;
   std::map<HWND, std::unique_ptr<X11Window>> windows_;
   std::thread reader_;

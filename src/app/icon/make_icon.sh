@@ -16,6 +16,7 @@ for size in 16 20 24 32 40 48; do
 done
 for size in 64 128 256; do
   rsvg-convert -w "$size" -h "$size" -o "$folder/$size.png" "$1"
+  optipng -quiet -o5 "$folder/$size.png"
   pictures="$pictures -r $folder/$size.png"
 done
 # shellcheck disable=SC2086 — a list of names without blanks

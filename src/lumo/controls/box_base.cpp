@@ -1,8 +1,8 @@
 #include "lumo/controls/box_base.h"
 
+#include "lumo/controls/attribute_table.h"
 #include "lumo/controls/layout_math.h"
 #include "lumo/controls/place_child.h"
-#include "lumo/core/value_readers.h"
 #include "lumo/core/window.h"
 #include "lumo/render/render.h"
 
@@ -209,14 +209,18 @@ SIZE BoxBase::EstimateSize(SIZE available) {
   return Estimated();
 }
 
-void BoxBase::SetAttribute(const WCHAR* name, const WCHAR* value) {
-  if (layout_->SetAttribute(name, value)) return;
-  if (StringView(name) == TEXT("mousechild")) {
-    SetMouseChildEnabled(ReadBoolean(TextOf(value)));
-  } else {
-    ControlBase::SetAttribute(name, value);
-  }
+namespace {
+constexpr AttributeRow<BoxBase> kAttributes[] = {
+    {TEXT("mousechild"), kValueAs<BoxBase, ValueKind::Boolean, &BoxBase::SetMouseChildEnabled>},
+};
+}  // namespace
+
+bool BoxBase::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return layout_->SetAttribute(TextOf(name), value) ||
+         ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value)) || ControlBase::SetAttribute(name, value);
 }
+
+void BoxBase::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 void BoxBase::PaintChildren(IRender* render, const RECT& dirty) {
   RECT met;

@@ -60,7 +60,8 @@ class BoxBase : public ControlBase {
   SIZE EstimateSize(SIZE available) override;
   ControlBase* FindControl(FindControlProc proc, void* data, unsigned flags) override;
   int HandleEvent(_Msg& msg) override;
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  static void ListAttributes(AttributeInfos* infos);  // its own rows, without the layout's
   void PaintChildren(IRender* render, const RECT& dirty) override;
   void ReleaseImages() override;
   int AttachXmlEvent(StringView kind, StringView type, StringView receiver, StringView list) override;

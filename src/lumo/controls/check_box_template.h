@@ -49,12 +49,12 @@ class CheckBoxTemplate : public ButtonTemplateTemplate<X> {
       Base::PaintText(render);
     }
   }
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (TextOf(name) == TEXT("selected")) {
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
+    if (TextOf(name) == kSelectedAttribute.name) {
       SetSelected(ReadBoolean(TextOf(value)), true);
-    } else if (!selection_.SetAttribute(TextOf(name), TextOf(value))) {
-      Base::SetAttribute(name, value);
+      return true;
     }
+    return selection_.SetAttribute(TextOf(name), TextOf(value)) || Base::SetAttribute(name, value);
   }
 
  protected:

@@ -1,7 +1,7 @@
 #include "lumo/controls/child_box.h"
 
+#include "lumo/controls/attribute_table.h"
 #include "lumo/core/builder.h"
-#include "lumo/core/value_readers.h"
 
 namespace lumo {
 
@@ -14,12 +14,16 @@ void ChildBox::SetFile(StringView path) {
   if (content && !(self && Add(content))) delete content;
 }
 
-void ChildBox::SetAttribute(const WCHAR* name, const WCHAR* value) {
-  if (TextOf(name) == TEXT("file")) {
-    SetFile(TextOf(value));
-  } else {
-    BoxBase::SetAttribute(name, value);
-  }
+namespace {
+constexpr AttributeRow<ChildBox> kAttributes[] = {
+    {TEXT("file"), kValueAs<ChildBox, ValueKind::LayoutFile, &ChildBox::SetFile>},
+};
+}  // namespace
+
+bool ChildBox::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value)) || BoxBase::SetAttribute(name, value);
 }
+
+void ChildBox::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 }  // namespace lumo

@@ -15,7 +15,8 @@ class ChildBox final : public BoxT<ChildBox, IBox, BoxBase> {
   const String& File() const { return file_; }
 
   // "file": the path.
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  static void ListAttributes(AttributeInfos* infos);  // its own rows
 
  private:
   String file_;

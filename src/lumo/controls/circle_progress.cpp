@@ -11,17 +11,17 @@
 namespace lumo {
 namespace {
 
-template <auto Read, auto Set>
-constexpr auto kSet = &ApplyAs<CircleProgress, Read, Set>;
+template <ValueKind Kind, auto Set>
+constexpr AttributeValue<CircleProgress> kAs = kValueAs<CircleProgress, Kind, Set>;
 
 constexpr AttributeRow<CircleProgress> kAttributes[] = {
-    {TEXT("bgcolor"), kSet<ReadText, &CircleProgress::SetBackColor>},
-    {TEXT("circlewidth"), kSet<ReadInteger, &CircleProgress::SetCircleWidth>},
-    {TEXT("circular"), kSet<ReadBoolean, &CircleProgress::SetCircular>},
-    {TEXT("clockwise"), kSet<ReadBoolean, &CircleProgress::SetClockwise>},
-    {TEXT("fgcolor"), kSet<ReadText, &CircleProgress::SetForeColor>},
-    {TEXT("gradientcolor"), kSet<ReadText, &CircleProgress::SetGradientColor>},
-    {TEXT("indicator"), kSet<ReadText, &CircleProgress::SetIndicator>},
+    {TEXT("bgcolor"), kAs<ValueKind::ColorName, &CircleProgress::SetBackColor>},
+    {TEXT("circlewidth"), kAs<ValueKind::Integer, &CircleProgress::SetCircleWidth>},
+    {TEXT("circular"), kAs<ValueKind::Boolean, &CircleProgress::SetCircular>},
+    {TEXT("clockwise"), kAs<ValueKind::Boolean, &CircleProgress::SetClockwise>},
+    {TEXT("fgcolor"), kAs<ValueKind::ColorName, &CircleProgress::SetForeColor>},
+    {TEXT("gradientcolor"), kAs<ValueKind::ColorName, &CircleProgress::SetGradientColor>},
+    {TEXT("indicator"), kAs<ValueKind::PictureFile, &CircleProgress::SetIndicator>},
 };
 static_assert(SortedAndUnique(kAttributes));
 
@@ -115,9 +115,11 @@ void CircleProgress::SetGradientColor(StringView name) {
   Invalidate();
 }
 
-void CircleProgress::SetAttribute(const WCHAR* name, const WCHAR* value) {
-  if (!ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value))) Base::SetAttribute(name, value);
+bool CircleProgress::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value)) || Base::SetAttribute(name, value);
 }
+
+void CircleProgress::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 void CircleProgress::ReleaseImages() {
   Base::ReleaseImages();

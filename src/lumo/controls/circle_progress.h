@@ -19,7 +19,8 @@ class CircleProgress final : public ProgressTemplateTemplate<ControlT<CircleProg
 
   void PaintStateImages(IRender* render) override;
   void ReleaseImages() override;
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  static void ListAttributes(AttributeInfos* infos);  // its own rows
 
  private:
   using Base = ProgressTemplateTemplate<ControlT<CircleProgress, IProgress, ControlBase>>;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lumo/core/types.h"
+#include "lumo/core/value_kind.h"
 
 namespace lumo {
 
@@ -15,6 +16,8 @@ struct ColorSpec {
 
   // Forgets everything and reads `value`. Reading stops at the first malformed pair and keeps what was read.
   void Assign(StringView value);
+  // The keys of the pairs.
+  static void ListKeys(AttributeInfos* infos);
 
   bool IsEmpty() const { return text.empty(); }
   bool IsGradient() const { return !color1.empty() && !color2.empty(); }

@@ -105,64 +105,70 @@ void SetImageOf(Base& control, StringView text) {
   control.SetStateImage(Kind, State, text);
 }
 
+template <ValueKind Kind, auto Set>
+constexpr AttributeValue<Base> kAs = kValueAs<Base, Kind, Set>;
 template <auto Set>
-constexpr auto kText = &ApplyAs<Base, ReadText, Set>;
+constexpr auto kInteger = kAs<ValueKind::Integer, Set>;
 template <auto Set>
-constexpr auto kInteger = &ApplyAs<Base, ReadInteger, Set>;
+constexpr auto kBoolean = kAs<ValueKind::Boolean, Set>;
 template <auto Set>
-constexpr auto kBoolean = &ApplyAs<Base, ReadBoolean, Set>;
+constexpr auto kSize = kAs<ValueKind::Size, Set>;
 template <auto Set>
-constexpr auto kSize = &ApplyAs<Base, ReadSize, Set>;
-template <auto Set>
-constexpr auto kRect = &ApplyAs<Base, ReadRect, Set>;
+constexpr auto kRect = kAs<ValueKind::Rect, Set>;
+template <int State>
+constexpr auto kColor = kAs<ValueKind::Color, &SetColorOf<State>>;
+template <int State>
+constexpr auto kBorderColor = kAs<ValueKind::Color, &SetBorderColorOf<State>>;
+template <Base::ImageKind Kind, int State>
+constexpr auto kImage = kAs<ValueKind::Image, &SetImageOf<Kind, State>>;
 
 constexpr Row kAttributes[] = {
     {TEXT("alpha"), kInteger<&Base::SetAlpha>},
-    {TEXT("bkcolor"), kText<&Base::SetBkColor>},
-    {TEXT("bkimage"), kText<&Base::SetBkImage>},
-    {TEXT("bordercolor"), kText<&Base::SetBorderColor>},
+    {TEXT("bkcolor"), kAs<ValueKind::Color, &Base::SetBkColor>},
+    {TEXT("bkimage"), kAs<ValueKind::Image, &Base::SetBkImage>},
+    {TEXT("bordercolor"), kAs<ValueKind::ColorName, &Base::SetBorderColor>},
     {TEXT("borderround"), kRect<&Base::SetBorderRound>},
     {TEXT("bordersize"), kInteger<&Base::SetBorderSize>},
     {TEXT("cache"), kInteger<&Base::SetCache>},
-    {TEXT("cursortype"), kText<&SetCursorWord>},
-    {TEXT("dataid"), kText<&Base::SetDataId>},
-    {TEXT("disabledbordercolor"), SetBorderColorOf<StateDisabled>},
-    {TEXT("disabledcolor"), SetColorOf<StateDisabled>},
-    {TEXT("disabledimage"), SetImageOf<Base::BackImages, StateDisabled>},
+    {TEXT("cursortype"), kAs<ValueKind::Cursor, &SetCursorWord>},
+    {TEXT("dataid"), kAs<ValueKind::Text, &Base::SetDataId>},
+    {TEXT("disabledbordercolor"), kBorderColor<StateDisabled>},
+    {TEXT("disabledcolor"), kColor<StateDisabled>},
+    {TEXT("disabledimage"), kImage<Base::BackImages, StateDisabled>},
     {TEXT("enabled"), kBoolean<&Base::SetEnabled>},
     {TEXT("fadevisible"), kBoolean<&Base::SetFadeVisible>},
     {TEXT("float"), kInteger<&Base::SetFloat>},
-    {TEXT("foredisabledimage"), SetImageOf<Base::ForeImages, StateDisabled>},
-    {TEXT("forehotimage"), SetImageOf<Base::ForeImages, StateHot>},
-    {TEXT("forenormalimage"), SetImageOf<Base::ForeImages, StateNormal>},
-    {TEXT("forepushedimage"), SetImageOf<Base::ForeImages, StatePushed>},
-    {TEXT("halign"), SetHAlign},
+    {TEXT("foredisabledimage"), kImage<Base::ForeImages, StateDisabled>},
+    {TEXT("forehotimage"), kImage<Base::ForeImages, StateHot>},
+    {TEXT("forenormalimage"), kImage<Base::ForeImages, StateNormal>},
+    {TEXT("forepushedimage"), kImage<Base::ForeImages, StatePushed>},
+    {TEXT("halign"), kAs<ValueKind::HAlign, &SetHAlign>},
     {TEXT("height"), kSize<&Base::SetFixedHeight>},
-    {TEXT("hotbordercolor"), SetBorderColorOf<StateHot>},
-    {TEXT("hotcolor"), SetColorOf<StateHot>},
-    {TEXT("hotimage"), SetImageOf<Base::BackImages, StateHot>},
+    {TEXT("hotbordercolor"), kBorderColor<StateHot>},
+    {TEXT("hotcolor"), kColor<StateHot>},
+    {TEXT("hotimage"), kImage<Base::BackImages, StateHot>},
     {TEXT("keyboard"), kBoolean<&Base::SetKeyboardEnabled>},
     {TEXT("margin"), kRect<&Base::SetMargin>},
     {TEXT("maxheight"), kSize<&Base::SetMaxHeight>},
     {TEXT("maxwidth"), kSize<&Base::SetMaxWidth>},
-    {TEXT("minheight"), kInteger<&Base::SetMinHeight>},
-    {TEXT("minwidth"), kInteger<&Base::SetMinWidth>},
+    {TEXT("minheight"), kAs<ValueKind::Length, &Base::SetMinHeight>},
+    {TEXT("minwidth"), kAs<ValueKind::Length, &Base::SetMinWidth>},
     {TEXT("mouse"), kBoolean<&Base::SetMouseEnabled>},
-    {TEXT("name"), SetNameText},
-    {TEXT("nofocus"), SetNoFocus},
-    {TEXT("normalbordercolor"), SetBorderColorOf<StateNormal>},
-    {TEXT("normalcolor"), SetColorOf<StateNormal>},
-    {TEXT("normalimage"), SetImageOf<Base::BackImages, StateNormal>},
-    {TEXT("pushedbordercolor"), SetBorderColorOf<StatePushed>},
-    {TEXT("pushedcolor"), SetColorOf<StatePushed>},
-    {TEXT("pushedimage"), SetImageOf<Base::BackImages, StatePushed>},
+    {TEXT("name"), kAs<ValueKind::Name, &SetNameText>},
+    {TEXT("nofocus"), kAs<ValueKind::Presence, &SetNoFocus>},
+    {TEXT("normalbordercolor"), kBorderColor<StateNormal>},
+    {TEXT("normalcolor"), kColor<StateNormal>},
+    {TEXT("normalimage"), kImage<Base::BackImages, StateNormal>},
+    {TEXT("pushedbordercolor"), kBorderColor<StatePushed>},
+    {TEXT("pushedcolor"), kColor<StatePushed>},
+    {TEXT("pushedimage"), kImage<Base::BackImages, StatePushed>},
     {TEXT("receivepointer"), kBoolean<&Base::SetReceivePointer>},
-    {TEXT("renderoffset"), &ApplyAs<Base, ReadPoint, &Base::SetRenderOffset>},
+    {TEXT("renderoffset"), kAs<ValueKind::Point, &Base::SetRenderOffset>},
     {TEXT("state"), kInteger<&Base::SetState>},
-    {TEXT("theme"), SetTheme},
-    {TEXT("tooltiptext"), kText<&Base::SetToolTipText>},
-    {TEXT("tooltiptextid"), kText<&Base::SetToolTipTextId>},
-    {TEXT("valign"), SetVAlign},
+    {TEXT("theme"), kAs<ValueKind::Themes, &SetTheme>},
+    {TEXT("tooltiptext"), kAs<ValueKind::Text, &Base::SetToolTipText>},
+    {TEXT("tooltiptextid"), kAs<ValueKind::StringKey, &Base::SetToolTipTextId>},
+    {TEXT("valign"), kAs<ValueKind::VAlign, &SetVAlign>},
     {TEXT("visible"), kBoolean<&Base::SetVisible>},
     {TEXT("width"), kSize<&Base::SetFixedWidth>},
 };
@@ -170,8 +176,16 @@ static_assert(SortedAndUnique(kAttributes));
 
 }  // namespace
 
-void ControlBase::SetAttribute(const WCHAR* name, const WCHAR* value) {
-  ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value));
+bool ControlBase::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value));
+}
+
+void ControlBase::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
+
+std::vector<StringView> ControlBase::WordsOf(ValueKind kind) {
+  if (kind == ValueKind::HAlign) return WordsIn(kHAligns);
+  if (kind == ValueKind::VAlign) return WordsIn(kVAligns);
+  return kind == ValueKind::Cursor ? WordsIn(kCursors) : std::vector<StringView>();
 }
 
 }  // namespace lumo

@@ -37,7 +37,7 @@ bool ControlBase::IsSelfOrAncestorOf(const ControlBase* control) const {
   return control != nullptr;
 }
 
-bool ControlBase::IsVisible() const { return visible_ && internVisible_; }
+bool ControlBase::IsVisible() const { return IsShown(); }
 
 void ControlBase::SetFadeVisible(bool visible) { SetVisible(visible); }
 

@@ -12,6 +12,7 @@
 #include "lumo/core/event_bindings.h"
 #include "lumo/core/scaling.h"
 #include "lumo/core/types.h"
+#include "lumo/core/value_kind.h"
 #include "lumo/core/weak.h"
 
 #include <climits>
@@ -95,7 +96,8 @@ class ControlBase : public WeakBase {
   virtual bool HitTest(POINT point) const;
   virtual int HandleEvent(_Msg& msg);  // the running result of the bindings: 0 when one of them ended the dispatch
   virtual bool HasStateVisuals() const;
-  virtual void SetAttribute(const WCHAR* name, const WCHAR* value);  // null value = absent
+  // Null value = absent. False when the control has no such attribute: it is passed over.
+  virtual bool SetAttribute(const WCHAR* name, const WCHAR* value);
   virtual void SetSubControlAttributes(StringView name, StringView list);
   virtual void Paint(IRender* render, const RECT& dirty);
   virtual void DoPaint(IRender* render, const RECT& dirty);
@@ -181,9 +183,13 @@ class ControlBase : public WeakBase {
   bool DependsOnContent() const { return sizes_.width == SizeAuto || sizes_.height == SizeAuto; }
 
   // State and looks.
+  // What every control takes, and the words of a kind that has a few.
+  static void ListAttributes(AttributeInfos* infos);
+  static std::vector<StringView> WordsOf(ValueKind kind);
   ControlState State() const { return static_cast<ControlState>(state_); }
   void SetState(int state);
   bool IsInternVisible() const { return internVisible_; }
+  bool IsShown() const { return visible_ && internVisible_; }  // IsVisible, for loops over many controls
   void SetCursorType(CursorType type) { cursor_ = type; }
   void SetAlpha(int alpha);
   int Alpha() const { return alpha_; }

@@ -18,26 +18,28 @@ template <int State>
 void SetColorOf(ControlText& text, StringView color) {
   text.SetTextColor(State, color);
 }
+template <ValueKind Kind, auto Set>
+constexpr AttributeValue<ControlText> kAs = kValueAs<ControlText, Kind, Set>;
 template <auto Set>
-constexpr auto kText = &ApplyAs<ControlText, ReadText, Set>;
-template <auto Set>
-constexpr auto kBoolean = &ApplyAs<ControlText, ReadBoolean, Set>;
+constexpr auto kBoolean = kAs<ValueKind::Boolean, Set>;
+template <int State>
+constexpr auto kColor = kAs<ValueKind::ColorName, &SetColorOf<State>>;
 
 constexpr Row kAttributes[] = {
-    {TEXT("align"), kText<&ControlText::SetAlign>},
+    {TEXT("align"), kAs<ValueKind::AlignWords, &ControlText::SetAlign>},
     {TEXT("autotooltip"), kBoolean<&ControlText::SetAutoToolTip>},
-    {TEXT("disabledtextcolor"), SetColorOf<StateDisabled>},
+    {TEXT("disabledtextcolor"), kColor<StateDisabled>},
     {TEXT("endellipsis"), kBoolean<&ControlText::SetEndEllipsis>},
-    {TEXT("font"), kText<&ControlText::SetFont>},
+    {TEXT("font"), kAs<ValueKind::FontId, &ControlText::SetFont>},
     {TEXT("gditext"), kBoolean<&ControlText::SetGdiText>},
-    {TEXT("hottextcolor"), SetColorOf<StateHot>},
+    {TEXT("hottextcolor"), kColor<StateHot>},
     {TEXT("linelimit"), kBoolean<&ControlText::SetLineLimit>},
-    {TEXT("normaltextcolor"), SetColorOf<StateNormal>},
-    {TEXT("pushedtextcolor"), SetColorOf<StatePushed>},
+    {TEXT("normaltextcolor"), kColor<StateNormal>},
+    {TEXT("pushedtextcolor"), kColor<StatePushed>},
     {TEXT("singleline"), kBoolean<&ControlText::SetSingleLine>},
-    {TEXT("text"), kText<&ControlText::SetText>},
-    {TEXT("textid"), kText<&ControlText::SetTextId>},
-    {TEXT("textpadding"), &ApplyAs<ControlText, ReadRect, &ControlText::SetTextPadding>},
+    {TEXT("text"), kAs<ValueKind::Text, &ControlText::SetText>},
+    {TEXT("textid"), kAs<ValueKind::StringKey, &ControlText::SetTextId>},
+    {TEXT("textpadding"), kAs<ValueKind::Rect, &ControlText::SetTextPadding>},
 };
 static_assert(SortedAndUnique(kAttributes));
 
@@ -46,6 +48,8 @@ static_assert(SortedAndUnique(kAttributes));
 bool ControlText::SetAttribute(StringView name, StringView value) {
   return ApplyAttribute(kAttributes, *this, name, value);
 }
+
+void ControlText::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 String ControlText::GetText() const {
   return text_.empty() && !textId_.empty() ? Resources().GetString(textId_) : text_;

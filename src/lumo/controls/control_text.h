@@ -4,6 +4,7 @@
 
 #include "lumo/controls/control_state.h"
 #include "lumo/controls/text_align.h"
+#include "lumo/core/value_kind.h"
 #include "lumo/render/render.h"
 
 namespace lumo {
@@ -19,6 +20,7 @@ class ControlText {
 
   // False when the name is no text attribute.
   bool SetAttribute(StringView name, StringView value);
+  static void ListAttributes(AttributeInfos* infos);
 
   String GetText() const;
   void SetText(StringView text);

@@ -26,8 +26,8 @@ class LabelTemplate : public X {
     X::SetPos(rect);
     if (self) text_.UpdateToolTip();
   }
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (!text_.SetAttribute(TextOf(name), TextOf(value))) X::SetAttribute(name, value);
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
+    return text_.SetAttribute(TextOf(name), TextOf(value)) || X::SetAttribute(name, value);
   }
 
  protected:

@@ -1,24 +1,29 @@
 #include "lumo/controls/layout.h"
 
+#include "lumo/controls/attribute_table.h"
 #include "lumo/controls/box_base.h"
 #include "lumo/controls/layout_math.h"
 #include "lumo/controls/place_child.h"
-#include "lumo/core/value_readers.h"
 
 #include <algorithm>
 
 namespace lumo {
 
+namespace {
+
+constexpr AttributeRow<Layout> kAttributes[] = {
+    {TEXT("childmargin"), kValueAs<Layout, ValueKind::Integer, &Layout::SetChildMargin>},
+    {TEXT("padding"), kValueAs<Layout, ValueKind::Rect, &Layout::SetPadding>},
+};
+static_assert(SortedAndUnique(kAttributes));
+
+}  // namespace
+
 bool Layout::SetAttribute(StringView name, const WCHAR* value) {
-  if (name == TEXT("padding")) {
-    SetPadding(ReadRect(TextOf(value)));
-  } else if (name == TEXT("childmargin")) {
-    SetChildMargin(ReadInteger(TextOf(value)));
-  } else {
-    return false;
-  }
-  return true;
+  return ApplyAttribute(kAttributes, *this, name, TextOf(value));
 }
+
+void Layout::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 void Layout::SetPadding(const RECT& design) {
   padding_ = design;
@@ -30,7 +35,7 @@ void Layout::SetChildMargin(LONG design) {
   owner_->Arrange();
 }
 
-RECT Layout::ScaledPadding() const { return ScaleRect(padding_, owner_->Scale()); }
+RECT Layout::ScaledPadding() const { return IsZero(padding_) ? padding_ : ScaleRect(padding_, owner_->Scale()); }
 
 SIZE Layout::WithPadding(LONGLONG width, LONGLONG height) const {
   const RECT padding = ScaledPadding();

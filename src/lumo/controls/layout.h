@@ -4,6 +4,7 @@
 #pragma once
 
 #include "lumo/core/types.h"
+#include "lumo/core/value_kind.h"
 
 #include <vector>
 
@@ -22,6 +23,7 @@ class Layout {
 
   // False when the name is not the layout's.
   virtual bool SetAttribute(StringView name, const WCHAR* value);
+  static void ListAttributes(AttributeInfos* infos);
   // Gives every child its rectangle inside `inner`; the size used. Stops early when a child's callback changes the list
   // or destroys the container, which has asked for a new pass by then.
   virtual SIZE ArrangeChild(const ControlList& children, const RECT& inner);

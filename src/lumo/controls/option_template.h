@@ -10,6 +10,8 @@ bool UnselectOthers(ControlBase& option, StringView group, bool notify);
 // Leaves `from` and joins `to` in the option's window; empty names are no groups.
 void ChangeGroup(ControlBase& option, StringView from, StringView to);
 
+inline constexpr AttributeInfo kGroupAttribute = {TEXT("group"), ValueKind::Group};
+
 template <class X>
 class OptionTemplate : public CheckBoxTemplateTemplate<X> {
   using Base = CheckBoxTemplateTemplate<X>;
@@ -42,12 +44,10 @@ class OptionTemplate : public CheckBoxTemplateTemplate<X> {
     Base::SetWindow(window, parent, init);
     if (self && init) ChangeGroup(*this, StringView(), group_);
   }
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (TextOf(name) == TEXT("group")) {
-      SetGroup(TextOf(value));
-    } else {
-      Base::SetAttribute(name, value);
-    }
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
+    if (TextOf(name) != kGroupAttribute.name) return Base::SetAttribute(name, value);
+    SetGroup(TextOf(value));
+    return true;
   }
 
  private:

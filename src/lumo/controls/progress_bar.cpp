@@ -10,16 +10,16 @@
 namespace lumo {
 namespace {
 
-template <auto Read, auto Set>
-constexpr auto kSet = &ApplyAs<ProgressBar, Read, Set>;
+template <ValueKind Kind, auto Set>
+constexpr AttributeValue<ProgressBar> kAs = kValueAs<ProgressBar, Kind, Set>;
 
 constexpr AttributeRow<ProgressBar> kAttributes[] = {
-    {TEXT("hor"), kSet<ReadBoolean, &ProgressBar::SetHorizontal>},
-    {TEXT("max"), kSet<ReadInteger, &ProgressBar::SetMax>},
-    {TEXT("min"), kSet<ReadInteger, &ProgressBar::SetMin>},
-    {TEXT("progresscolor"), kSet<ReadText, &ProgressBar::SetColor>},
-    {TEXT("progressimage"), kSet<ReadText, &ProgressBar::SetImage>},
-    {TEXT("value"), kSet<ReadInteger, &ProgressBar::SetWholeValue>},
+    {TEXT("hor"), kAs<ValueKind::Boolean, &ProgressBar::SetHorizontal>},
+    {TEXT("max"), kAs<ValueKind::Integer, &ProgressBar::SetMax>},
+    {TEXT("min"), kAs<ValueKind::Integer, &ProgressBar::SetMin>},
+    {TEXT("progresscolor"), kAs<ValueKind::Color, &ProgressBar::SetColor>},
+    {TEXT("progressimage"), kAs<ValueKind::Image, &ProgressBar::SetImage>},
+    {TEXT("value"), kAs<ValueKind::Integer, &ProgressBar::SetWholeValue>},
 };
 static_assert(SortedAndUnique(kAttributes));
 
@@ -28,6 +28,8 @@ static_assert(SortedAndUnique(kAttributes));
 bool ProgressBar::SetAttribute(StringView name, StringView value) {
   return ApplyAttribute(kAttributes, *this, name, value);
 }
+
+void ProgressBar::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 void ProgressBar::SetHorizontal(bool horizontal) {
   if (horizontal == horizontal_) return;

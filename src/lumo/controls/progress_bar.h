@@ -3,6 +3,7 @@
 
 #include "lumo/controls/color_spec.h"
 #include "lumo/controls/progress_fill.h"
+#include "lumo/core/value_kind.h"
 #include "lumo/render/image_attribute.h"
 
 namespace lumo {
@@ -19,6 +20,7 @@ class ProgressBar {
 
   // False when the name is no progress attribute.
   bool SetAttribute(StringView name, StringView value);
+  static void ListAttributes(AttributeInfos* infos);
   void SetHorizontal(bool horizontal);
   void SetMin(int min);
   void SetMax(int max);

@@ -27,8 +27,8 @@ class ProgressTemplate : public LabelTemplateTemplate<X> {
     Base::ReleaseImages();
     bar_.ReleaseImage();
   }
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (!bar_.SetAttribute(TextOf(name), TextOf(value))) Base::SetAttribute(name, value);
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
+    return bar_.SetAttribute(TextOf(name), TextOf(value)) || Base::SetAttribute(name, value);
   }
 
  protected:

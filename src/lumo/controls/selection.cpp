@@ -19,21 +19,25 @@ void SetImageOf(Selection& selection, StringView text) {
 }
 constexpr auto kBack = ControlBase::SelectedBackImages;
 constexpr auto kFore = ControlBase::SelectedForeImages;
+template <int State>
+constexpr auto kColor = kValueAs<Selection, ValueKind::Color, &SetColorOf<State>>;
+template <ControlBase::ImageKind Kind, int State>
+constexpr auto kImage = kValueAs<Selection, ValueKind::Image, &SetImageOf<Kind, State>>;
 
 constexpr Row kAttributes[] = {
-    {TEXT("selecteddisabledcolor"), SetColorOf<StateDisabled>},
-    {TEXT("selecteddisabledimage"), SetImageOf<kBack, StateDisabled>},
-    {TEXT("selectedforedisabledimage"), SetImageOf<kFore, StateDisabled>},
-    {TEXT("selectedforehotimage"), SetImageOf<kFore, StateHot>},
-    {TEXT("selectedforenormalimage"), SetImageOf<kFore, StateNormal>},
-    {TEXT("selectedforepushedimage"), SetImageOf<kFore, StatePushed>},
-    {TEXT("selectedhotcolor"), SetColorOf<StateHot>},
-    {TEXT("selectedhotimage"), SetImageOf<kBack, StateHot>},
-    {TEXT("selectednormalcolor"), SetColorOf<StateNormal>},
-    {TEXT("selectednormalimage"), SetImageOf<kBack, StateNormal>},
-    {TEXT("selectedpushedcolor"), SetColorOf<StatePushed>},
-    {TEXT("selectedpushedimage"), SetImageOf<kBack, StatePushed>},
-    {TEXT("selectedtextcolor"), &ApplyAs<Selection, ReadText, &Selection::SetTextColor>},
+    {TEXT("selecteddisabledcolor"), kColor<StateDisabled>},
+    {TEXT("selecteddisabledimage"), kImage<kBack, StateDisabled>},
+    {TEXT("selectedforedisabledimage"), kImage<kFore, StateDisabled>},
+    {TEXT("selectedforehotimage"), kImage<kFore, StateHot>},
+    {TEXT("selectedforenormalimage"), kImage<kFore, StateNormal>},
+    {TEXT("selectedforepushedimage"), kImage<kFore, StatePushed>},
+    {TEXT("selectedhotcolor"), kColor<StateHot>},
+    {TEXT("selectedhotimage"), kImage<kBack, StateHot>},
+    {TEXT("selectednormalcolor"), kColor<StateNormal>},
+    {TEXT("selectednormalimage"), kImage<kBack, StateNormal>},
+    {TEXT("selectedpushedcolor"), kColor<StatePushed>},
+    {TEXT("selectedpushedimage"), kImage<kBack, StatePushed>},
+    {TEXT("selectedtextcolor"), kValueAs<Selection, ValueKind::ColorName, &Selection::SetTextColor>},
 };
 static_assert(SortedAndUnique(kAttributes));
 
@@ -41,6 +45,11 @@ static_assert(SortedAndUnique(kAttributes));
 
 bool Selection::SetAttribute(StringView name, StringView value) {
   return ApplyAttribute(kAttributes, *this, name, value);
+}
+
+void Selection::ListAttributes(AttributeInfos* infos) {
+  infos->push_back(kSelectedAttribute);
+  ListRows(kAttributes, infos);
 }
 
 void Selection::SetTextColor(StringView color) {

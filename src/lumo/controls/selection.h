@@ -4,8 +4,12 @@
 
 #include "lumo/controls/color_spec.h"
 #include "lumo/controls/control_base.h"
+#include "lumo/core/value_kind.h"
 
 namespace lumo {
+
+// Whether it is selected: the control's own business, since what that does differs.
+inline constexpr AttributeInfo kSelectedAttribute = {TEXT("selected"), ValueKind::Boolean};
 
 class Selection {
  public:
@@ -16,6 +20,7 @@ class Selection {
 
   // False when the name is none of the selected state's looks.
   bool SetAttribute(StringView name, StringView value);
+  static void ListAttributes(AttributeInfos* infos);  // with "selected"
   void SetTextColor(StringView color);
   void SetColor(int state, StringView text);
   void SetImage(ControlBase::ImageKind kind, int state, StringView text) { owner_.SetStateImage(kind, state, text); }

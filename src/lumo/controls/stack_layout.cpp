@@ -3,42 +3,103 @@
 #include "lumo/controls/box_base.h"
 #include "lumo/controls/layout_math.h"
 #include "lumo/controls/place_child.h"
+#include "lumo/core/scaling.h"
 
 #include <algorithm>
 
 namespace lumo {
 namespace {
 
-// The two directions of an axis: "along" is where children follow each other, "across" the other one.
-template <Axis A>
-struct Directions {
-  static constexpr bool kDown = A == Axis::Vertical;
-
-  static LONG& Along(SIZE& size) { return kDown ? size.cy : size.cx; }
-  static LONG& Across(SIZE& size) { return kDown ? size.cx : size.cy; }
-  static LONG Before(const RECT& rect) { return kDown ? rect.top : rect.left; }
-  static LONG After(const RECT& rect) { return kDown ? rect.bottom : rect.right; }
-  static LONG Near(const RECT& rect) { return kDown ? rect.left : rect.top; }
-  static LONG Far(const RECT& rect) { return kDown ? rect.right : rect.bottom; }
-  static SIZE Size(LONGLONG along, LONGLONG across) {
-    return kDown ? SIZE{ToLong(across), ToLong(along)} : SIZE{ToLong(along), ToLong(across)};
-  }
-  static RECT Rect(LONGLONG along, LONGLONG across, LONGLONG length, LONGLONG breadth) {
-    return kDown ? MakeRect(across, along, across + breadth, along + length)
-                 : MakeRect(along, across, along + length, across + breadth);
-  }
-  static LONGLONG ClampAlong(const ControlBase& child, LONGLONG length) {
-    return kDown ? ClampLength(length, child.ScaledMinHeight(), child.ScaledMaxHeight())
-                 : ClampLength(length, child.ScaledMinWidth(), child.ScaledMaxWidth());
-  }
-  static LONGLONG ClampAcross(const ControlBase& child, LONGLONG breadth) {
-    return kDown ? ClampLength(breadth, child.ScaledMinWidth(), child.ScaledMaxWidth())
-                 : ClampLength(breadth, child.ScaledMinHeight(), child.ScaledMaxHeight());
-  }
-  static int AlignOf(const ControlBase& child) { return kDown ? int{child.HorizontalAlign()} : child.VerticalAlign(); }
+// What a child asks for, in device pixels.
+struct Wishes {
+  RECT margin;
+  SizeRules sizes;
 };
 
-bool TakesPart(const ControlBase& child) { return !child.IsFloating() && child.IsVisible(); }
+[[gnu::noinline]] void ScaleWishes(const ControlBase& child, int scale, Wishes* scaled) {
+  const SizeRules& sizes = child.Sizes();
+  scaled->margin = ScaleRect(child.Margin(), scale);
+  scaled->sizes.width = ScaleLength(sizes.width, scale);
+  scaled->sizes.height = ScaleLength(sizes.height, scale);
+  scaled->sizes.minWidth = ScaleLimit(sizes.minWidth, scale);
+  scaled->sizes.minHeight = ScaleLimit(sizes.minHeight, scale);
+  scaled->sizes.maxWidth = ScaleLimit(sizes.maxWidth, scale);
+  scaled->sizes.maxHeight = ScaleLimit(sizes.maxHeight, scale);
+}
+
+// A child seen along an axis: "along" is where children follow each other, "across" the other direction. Large trees
+// consist of children that have nothing to measure, so nothing is called, copied or scaled for those without need.
+template <Axis A>
+class Child {
+  static constexpr bool kDown = A == Axis::Vertical;
+
+ public:
+  struct Extent {
+    LONG along;
+    LONG across;
+  };
+
+  // All children of a container have its scale. `storage` outlives the child.
+  Child(ControlBase& control, int scale, Wishes* storage)
+      : control_(control), margin_(&control.Margin()), sizes_(&control.Sizes()) {
+    if (scale == 100) [[likely]]
+      return;
+    ScaleWishes(control, scale, storage);
+    margin_ = &storage->margin;
+    sizes_ = &storage->sizes;
+  }
+
+  LONG Before() const { return kDown ? margin_->top : margin_->left; }
+  LONG After() const { return kDown ? margin_->bottom : margin_->right; }
+  LONG Near() const { return kDown ? margin_->left : margin_->top; }
+  LONG Far() const { return kDown ? margin_->right : margin_->bottom; }
+  int Align() const { return kDown ? int{control_.HorizontalAlign()} : control_.VerticalAlign(); }
+
+  // What EstimateSize answers.
+  Extent Estimate(LONGLONG along, LONGLONG across) const {
+    if (control_.DependsOnContent()) {
+      const SIZE size =
+          control_.EstimateSize(kDown ? SIZE{ToLong(across), ToLong(along)} : SIZE{ToLong(along), ToLong(across)});
+      return kDown ? Extent{size.cy, size.cx} : Extent{size.cx, size.cy};
+    }
+    return kDown ? Extent{sizes_->height, sizes_->width} : Extent{sizes_->width, sizes_->height};
+  }
+  LONGLONG ClampAlong(LONGLONG length) const {
+    return kDown ? ClampLength(length, sizes_->minHeight, sizes_->maxHeight)
+                 : ClampLength(length, sizes_->minWidth, sizes_->maxWidth);
+  }
+  LONGLONG ClampAcross(LONGLONG breadth) const {
+    return kDown ? ClampLength(breadth, sizes_->minWidth, sizes_->maxWidth)
+                 : ClampLength(breadth, sizes_->minHeight, sizes_->maxHeight);
+  }
+  void Place(LONGLONG along, LONGLONG across, LONGLONG length, LONGLONG breadth) const {
+    control_.SetPos(kDown ? MakeRect(across, along, across + breadth, along + length)
+                          : MakeRect(along, across, along + length, across + breadth));
+  }
+
+ private:
+  ControlBase& control_;
+  const RECT* margin_;
+  const SizeRules* sizes_;
+};
+
+bool TakesPart(const ControlBase& child) { return !child.IsFloating() && child.IsShown(); }
+
+// A rectangle along and across the axis.
+struct Room {
+  LONGLONG before, beside, length, breadth;
+};
+template <Axis A>
+Room RoomOf(const RECT& inner) {
+  if constexpr (A == Axis::Vertical) return {inner.top, inner.left, WideHeight(inner), WideWidth(inner)};
+  return {inner.left, inner.top, WideWidth(inner), WideHeight(inner)};
+}
+
+template <Axis A>
+SIZE MakeSize(LONGLONG along, LONGLONG across) {
+  if constexpr (A == Axis::Vertical) return {ToLong(across), ToLong(along)};
+  return {ToLong(along), ToLong(across)};
+}
 
 // What the first pass over the children finds out.
 struct Demand {
@@ -50,19 +111,19 @@ struct Demand {
 };
 
 template <Axis A>
-Demand AddUp(const ControlList& children, SIZE room) {
-  using D = Directions<A>;
+Demand AddUp(const ControlList& children, const Room& room, int scale) {
   Demand demand;
-  for (ControlBase* const child : children) {
-    if (!TakesPart(*child)) continue;
+  Wishes storage;
+  for (ControlBase* const control : children) {
+    if (!TakesPart(*control)) continue;
     ++demand.children;
-    const RECT margin = child->ScaledMargin();
-    SIZE size = child->EstimateSize(room);
-    demand.fixed += LONGLONG{D::Before(margin)} + D::After(margin);
-    if (D::Along(size) == SizeStretch) {
+    const Child<A> child(*control, scale, &storage);
+    const LONG along = child.Estimate(room.length, room.breadth).along;
+    demand.fixed += LONGLONG{child.Before()} + child.After();
+    if (along == SizeStretch) {
       ++demand.stretching;
     } else {
-      demand.fixed += D::ClampAlong(*child, D::Along(size));
+      demand.fixed += child.ClampAlong(along);
     }
   }
   return demand;
@@ -71,32 +132,22 @@ Demand AddUp(const ControlList& children, SIZE room) {
 // The second pass: where the next child goes and what is left for it.
 template <Axis A>
 class Placement {
-  using D = Directions<A>;
-
  public:
-  Placement(const RECT& inner, StretchShares shares, LONGLONG gap)
-      : inner_(inner),
-        shares_(shares),
-        gap_(gap),
-        cursor_(D::Before(inner)),
-        left_(LONGLONG{D::After(inner)} - cursor_) {}
+  Placement(const Room& room, StretchShares shares, LONGLONG gap)
+      : room_(room), shares_(shares), gap_(gap), cursor_(room.before), left_(room.length) {}
 
-  void Place(ControlBase& child) {
-    const RECT margin = child.ScaledMargin();
-    const LONGLONG breadth_there = LONGLONG{D::Far(inner_)} - D::Near(inner_);
-    left_ -= D::Before(margin);
-    SIZE size = child.EstimateSize(D::Size(left_, breadth_there));
-    const LONGLONG length = D::ClampAlong(child, D::Along(size) == SizeStretch ? TakeShare() : D::Along(size));
-    const LONGLONG room = breadth_there - D::Near(margin) - D::Far(margin);
-    const LONGLONG wanted = D::Across(size) == SizeStretch ? room : D::Across(size);
-    const LONGLONG breadth = D::ClampAcross(child, wanted < 0 ? 0 : wanted);
-    const LONGLONG along = cursor_ + D::Before(margin);
-    const LONGLONG across = AcrossOf(D::AlignOf(child), margin, breadth_there, breadth);
-    Advance(margin, length, breadth);
-    child.SetPos(D::Rect(along, across, length, breadth));
+  void Place(const Child<A>& child) {
+    left_ -= child.Before();
+    const auto [along, across] = child.Estimate(left_, room_.breadth);
+    const LONGLONG length = child.ClampAlong(along == SizeStretch ? TakeShare() : along);
+    const LONGLONG wanted = across == SizeStretch ? room_.breadth - child.Near() - child.Far() : across;
+    const LONGLONG breadth = child.ClampAcross(wanted < 0 ? 0 : wanted);
+    const LONGLONG at = cursor_ + child.Before(), across_at = AcrossOf(child, breadth);
+    Advance(child, length, breadth);
+    child.Place(at, across_at, length, breadth);
   }
 
-  SIZE Used(LONGLONG gaps) const { return D::Size(used_ + gaps, broadest_); }
+  SIZE Used(LONGLONG gaps) const { return MakeSize<A>(used_ + gaps, broadest_); }
 
  private:
   LONGLONG TakeShare() {
@@ -105,20 +156,22 @@ class Placement {
     return shares_.each + 1;
   }
 
-  LONGLONG AcrossOf(int align, const RECT& margin, LONGLONG there, LONGLONG breadth) const {
-    if (align == 2) return LONGLONG{D::Far(inner_)} - D::Far(margin) - breadth;
-    if (align == 1) return D::Near(inner_) + (there - breadth + D::Near(margin) - D::Far(margin)) / 2;
-    return LONGLONG{D::Near(inner_)} + D::Near(margin);
+  LONGLONG AcrossOf(const Child<A>& child, LONGLONG breadth) const {
+    const int align = child.Align();
+    if (align == 2) return room_.beside + room_.breadth - child.Far() - breadth;
+    if (align == 1) return room_.beside + (room_.breadth - breadth + child.Near() - child.Far()) / 2;
+    return room_.beside + child.Near();
   }
 
-  void Advance(const RECT& margin, LONGLONG length, LONGLONG breadth) {
-    cursor_ += D::Before(margin) + length + D::After(margin) + gap_;
-    used_ += D::Before(margin) + length + D::After(margin);
-    left_ -= length + D::After(margin) + gap_;
+  void Advance(const Child<A>& child, LONGLONG length, LONGLONG breadth) {
+    const LONGLONG taken = child.Before() + length + child.After();
+    cursor_ += taken + gap_;
+    used_ += taken;
+    left_ -= length + child.After() + gap_;
     broadest_ = std::max(broadest_, breadth);
   }
 
-  RECT inner_;
+  Room room_;
   StretchShares shares_;
   LONGLONG gap_;
   LONGLONG cursor_;
@@ -131,17 +184,18 @@ class Placement {
 
 template <Axis A>
 SIZE StackLayout<A>::ArrangeChild(const ControlList& children, const RECT& inner) {
-  using D = Directions<A>;
   const LONGLONG gap = GetChildMargin();
-  const LONGLONG room = LONGLONG{D::After(inner)} - D::Before(inner);
-  Demand demand = AddUp<A>(children, {ToLong(WideWidth(inner)), ToLong(WideHeight(inner))});
+  const int scale = Owner()->Scale();
+  const Room room = RoomOf<A>(inner);
+  Demand demand = AddUp<A>(children, room, scale);
   demand.fixed += demand.Gaps(gap);
-  Placement<A> placement(inner, ShareOut(room, demand.fixed, demand.stretching), gap);
+  Placement<A> placement(room, ShareOut(room.length, demand.fixed, demand.stretching), gap);
   const ListGuard guard(Owner());
+  Wishes storage;
   for (size_t i = 0; i < children.size(); ++i) {
     ControlBase& child = *children[i];
     if (TakesPart(child)) {
-      placement.Place(child);
+      placement.Place(Child<A>(child, scale, &storage));
     } else {
       if (!child.IsVisible()) continue;
       PlaceChild(child, inner);
@@ -153,18 +207,20 @@ SIZE StackLayout<A>::ArrangeChild(const ControlList& children, const RECT& inner
 
 template <Axis A>
 SIZE StackLayout<A>::EstimateLayout(const ControlList& children, SIZE available) {
-  using D = Directions<A>;
+  const Room room = RoomOf<A>({0, 0, available.cx, available.cy});
+  const int scale = Owner()->Scale();
   LONGLONG count = 0, along = 0, across = 0;
-  for (ControlBase* const child : children) {
-    if (!TakesPart(*child)) continue;
+  Wishes storage;
+  for (ControlBase* const control : children) {
+    if (!TakesPart(*control)) continue;
     ++count;
-    const RECT margin = child->ScaledMargin();
-    SIZE size = child->EstimateSize(available);
-    along += LONGLONG{D::Before(margin)} + D::After(margin) + D::ClampAlong(*child, D::Along(size));
-    across = std::max(across, LONGLONG{D::Near(margin)} + D::Far(margin) + D::ClampAcross(*child, D::Across(size)));
+    const Child<A> child(*control, scale, &storage);
+    const auto size = child.Estimate(room.length, room.breadth);
+    along += LONGLONG{child.Before()} + child.After() + child.ClampAlong(size.along);
+    across = std::max(across, LONGLONG{child.Near()} + child.Far() + child.ClampAcross(size.across));
   }
   if (count > 1) along += LONGLONG{GetChildMargin()} * (count - 1);
-  const SIZE content = D::Size(along, across);
+  const SIZE content = MakeSize<A>(along, across);
   return WithPadding(content.cx, content.cy);
 }
 

@@ -1,6 +1,6 @@
 #include "lumo/controls/tab_box.h"
 
-#include "lumo/core/value_readers.h"
+#include "lumo/controls/attribute_table.h"
 #include "lumo/core/window.h"
 
 namespace lumo {
@@ -96,12 +96,16 @@ ControlBase* IfNamed(ControlBase* control, void* name) {
 
 bool TabBox::SelectPage(StringView name) { return Select(GetItemIndex(FindControl(IfNamed, &name, 0))); }
 
-void TabBox::SetAttribute(const WCHAR* name, const WCHAR* value) {
-  if (TextOf(name) == TEXT("selectedid")) {
-    SetSelectedId(ReadInteger(TextOf(value)));
-  } else {
-    BoxBase::SetAttribute(name, value);
-  }
+namespace {
+constexpr AttributeRow<TabBox> kAttributes[] = {
+    {TEXT("selectedid"), kValueAs<TabBox, ValueKind::Integer, &TabBox::SetSelectedId>},
+};
+}  // namespace
+
+bool TabBox::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value)) || BoxBase::SetAttribute(name, value);
 }
+
+void TabBox::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 }  // namespace lumo

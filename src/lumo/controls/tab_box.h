@@ -23,7 +23,8 @@ class TabBox final : public BoxT<TabBox, ITabBox, BoxBase> {
   bool AddAt(ControlBase* child, int index) override;
   bool SetItemIndex(ControlBase* child, int index) override;
   void RemoveAll() override;
-  void SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  bool SetAttribute(const WCHAR* name, const WCHAR* value) override;
+  static void ListAttributes(AttributeInfos* infos);  // its own rows
 
  protected:
   void OnChildGone(int index) override;

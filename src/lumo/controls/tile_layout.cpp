@@ -1,9 +1,9 @@
 #include "lumo/controls/tile_layout.h"
 
+#include "lumo/controls/attribute_table.h"
 #include "lumo/controls/box_base.h"
 #include "lumo/controls/layout_math.h"
 #include "lumo/controls/place_child.h"
-#include "lumo/core/value_readers.h"
 
 #include <algorithm>
 
@@ -25,19 +25,21 @@ SIZE LargestCell(const ControlList& children, SIZE room) {
   return {ToLong(width), ToLong(height)};
 }
 
+void SetItemExtent(TileLayout& layout, POINT size) { layout.SetItemSize({size.x, size.y}); }
+
+constexpr AttributeRow<TileLayout> kAttributes[] = {
+    {TEXT("columns"), kValueAs<TileLayout, ValueKind::Length, &TileLayout::SetColumns>},
+    {TEXT("itemsize"), kValueAs<TileLayout, ValueKind::Extent, &SetItemExtent>},
+};
+static_assert(SortedAndUnique(kAttributes));
+
 }  // namespace
 
 bool TileLayout::SetAttribute(StringView name, const WCHAR* value) {
-  if (name == TEXT("itemsize")) {
-    const POINT size = ReadPoint(TextOf(value));
-    SetItemSize({size.x, size.y});
-  } else if (name == TEXT("columns")) {
-    SetColumns(ReadInteger(TextOf(value)));
-  } else {
-    return Layout::SetAttribute(name, value);
-  }
-  return true;
+  return ApplyAttribute(kAttributes, *this, name, TextOf(value)) || Layout::SetAttribute(name, value);
 }
+
+void TileLayout::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
 
 void TileLayout::SetItemSize(SIZE design) {
   const int scale = Owner()->Scale();

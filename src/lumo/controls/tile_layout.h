@@ -10,6 +10,7 @@ class BoxBase;
 class TileLayout final : public Layout {
  public:
   bool SetAttribute(StringView name, const WCHAR* value) override;
+  static void ListAttributes(AttributeInfos* infos);  // its own rows
   SIZE ArrangeChild(const ControlList& children, const RECT& inner) override;
   SIZE EstimateLayout(const ControlList& children, SIZE available) override;
 

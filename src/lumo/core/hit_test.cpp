@@ -1,5 +1,7 @@
 #include "lumo/core/hit_test.h"
 
+#include "lumo/controls/control_base.h"
+
 namespace lumo {
 
 int HitSizingBorder(const FrameShape& frame, POINT point) {
@@ -21,6 +23,20 @@ bool IsInCaption(const FrameShape& frame, POINT point) {
   const RECT& caption = frame.caption;
   return point.x >= client.left + caption.left && point.x < client.right - caption.right &&
          point.y >= client.top + caption.top && point.y < client.top + caption.bottom;
+}
+
+bool TakesPress(const ControlBase* control) {
+  if (!control) return true;
+  switch (control->Class()) {
+    case ControlClass::Button:
+    case ControlClass::ButtonBox:
+    case ControlClass::RichEdit:
+    case ControlClass::Combo:
+    case ControlClass::ListContainerElement:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace lumo

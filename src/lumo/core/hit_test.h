@@ -6,6 +6,8 @@
 
 namespace lumo {
 
+class ControlBase;
+
 struct FrameShape {
   RECT client;   // the client rectangle less the frame insets
   RECT sizebox;  // scaled: widths of the sizing border's four sides; a side of 0 has none
@@ -18,8 +20,12 @@ int HitSizingBorder(const FrameShape& frame, POINT point);
 
 bool IsInCaption(const FrameShape& frame, POINT point);
 
-// The answer to WM_NCHITTEST. `takes_press` tells whether the control under the point keeps the press to itself; it is
-// asked only inside the caption. No control there counts as one that does.
+// Whether the control under the point keeps the press to itself; anything else in the caption drags the window. No
+// control there counts as one that does.
+bool TakesPress(const ControlBase* control);
+
+// The answer to WM_NCHITTEST. `takes_press` is TakesPress of the control under the point, asked only inside the
+// caption.
 template <class TakesPress>
 int HitFrame(const FrameShape& frame, POINT point, TakesPress takes_press) {
   const int border = HitSizingBorder(frame, point);

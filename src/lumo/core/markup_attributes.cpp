@@ -15,10 +15,10 @@ const WCHAR* WithoutTagEnd(const WCHAR* from, const WCHAR* at) {
   return *at == '>' && at != from && at[-1] == '/' ? at - 1 : at;
 }
 
-// The closing quote, or `end`. `first` is the first unit of the class, which may be an "&" before it.
+// The closing quote, or the text's end. `first` is the first unit of the class, which may be an "&" before it.
 template <UnitClass stop>
-const WCHAR* EndOfQuoted(const WCHAR* first, const WCHAR* end) {
-  while (*first == '&') first = FindClass<stop>(first + 1, end);
+const WCHAR* EndOfQuoted(const WCHAR* first, UnitFinder& finder) {
+  while (*first == '&') first = finder.Find<stop>(first + 1);
   return first;
 }
 
@@ -37,42 +37,44 @@ struct Value {
 };
 
 // From behind the attribute's name to behind its value; without "=" the value is empty.
-const WCHAR* ReadValue(const WCHAR* at, const WCHAR* end, Value* value) {
+const WCHAR* ReadValue(const WCHAR* at, UnitFinder& finder, Value* value) {
   at = SkipBlanks(at);
   *value = {at, at, false};
   if (*at != '=') return at;
   value->from = SkipBlanks(at + 1);
   if (*value->from != '"' && *value->from != '\'') {
-    at = EndOfBare(value->from, end, &value->has_reference);
+    at = EndOfBare(value->from, finder.End(), &value->has_reference);
     value->to = WithoutTagEnd(value->from, at);
     return at;
   }
   const bool is_double = *value->from++ == '"';
-  value->to = is_double ? FindClass<UnitDouble>(value->from, end) : FindClass<UnitSingle>(value->from, end);
+  value->to = is_double ? finder.Find<UnitDouble>(value->from) : finder.Find<UnitSingle>(value->from);
   value->has_reference = *value->to == '&';
   if (value->has_reference) {
-    value->to = is_double ? EndOfQuoted<UnitDouble>(value->to, end) : EndOfQuoted<UnitSingle>(value->to, end);
+    value->to = is_double ? EndOfQuoted<UnitDouble>(value->to, finder) : EndOfQuoted<UnitSingle>(value->to, finder);
   }
-  return value->to == end ? end : value->to + 1;
+  return value->to == finder.End() ? value->to : value->to + 1;
 }
 
 }  // namespace
 
-// The text ends in a NUL at `end`, so that looking at a unit needs no other check.
-const WCHAR* ReadAttributes(const WCHAR* begin, const WCHAR* at, const WCHAR* end, AttributeRecords* records) {
+// The text ends in a NUL, so that looking at a unit needs no other check.
+const WCHAR* ReadAttributes(const WCHAR* begin, const WCHAR* at, UnitFinder& finder, AttributeRecords* records) {
   for (;;) {
-    while (IsMarkupBlank(*at) || *at == '/') ++at;
-    if (*at == '>' || at == end) return at;
+    for (; MayBeOfClass(*at, UnitPause); ++at) {
+      if (*at == '>' || at == finder.End()) return at;
+      if (*at == 0 || *at >= 256) break;
+    }
     const WCHAR* const name = at;
-    at = FindClass<UnitWordEnd>(at, end);
-    const WCHAR* const name_end = WithoutTagEnd(name, at);
+    const WCHAR* name_end = at = finder.FindNear<UnitWordEnd>(at);
     Value value;
     // Nearly all attributes look like this: name="value" without a reference.
-    if (*at == '=' && at[1] == '"' && *(at = FindClass<UnitDouble>(value.from = at + 2, end)) == '"') [[likely]] {
+    if (*at == '=' && at[1] == '"' && *(at = finder.FindNear<UnitDouble>(value.from = at + 2)) == '"') [[likely]] {
       value.to = at++;
       value.has_reference = false;
     } else {
-      at = ReadValue(name_end, end, &value);
+      name_end = WithoutTagEnd(name, finder.Find<UnitWordEnd>(name_end));
+      at = ReadValue(name_end, finder, &value);
     }
     if (!records) continue;
     AttributeRecord record;

@@ -1,6 +1,7 @@
 // The attributes of start tags: where each stands in the text.
 #pragma once
 
+#include "lumo/core/markup_finder.h"
 #include "lumo/core/types.h"
 
 #include <vector>
@@ -19,10 +20,10 @@ struct AttributeRecord {
 };
 using AttributeRecords = std::vector<AttributeRecord>;
 
-// Reads attributes from `at`, behind a tag's name, to the tag's ">", which it answers; `end`, where a NUL stands, when
-// there is none. A ">" inside a quoted value does not count. A value that is not quoted runs to the next blank or the
-// tag's end; an attribute without "=" has an empty value. Each is added to `records`, where given, with its offset from
-// `begin`.
-const WCHAR* ReadAttributes(const WCHAR* begin, const WCHAR* at, const WCHAR* end, AttributeRecords* records);
+// Reads attributes from `at`, behind a tag's name, to the tag's ">", which it answers; the finder's end, where a NUL
+// stands, when there is none. A ">" inside a quoted value does not count. A value that is not quoted runs to the next
+// blank or the tag's end; an attribute without "=" has an empty value. Each is added to `records`, where given, with
+// its offset from `begin`.
+const WCHAR* ReadAttributes(const WCHAR* begin, const WCHAR* at, UnitFinder& finder, AttributeRecords* records);
 
 }  // namespace lumo

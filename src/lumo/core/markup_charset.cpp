@@ -15,7 +15,8 @@ String AttributeOf(StringView text, LONG offset, StringView wanted) {
   const WCHAR* const end = text.data() + text.size();
   const WCHAR* name = text.data() + offset + 1;
   while (name != end && !EndsMarkupName(*name)) ++name;
-  ReadAttributes(text.data(), name, end, &attributes);
+  UnitFinder finder(name, end);
+  ReadAttributes(text.data(), name, finder, &attributes);
   for (const AttributeRecord& found : attributes) {
     const StringView attribute = text.substr(static_cast<size_t>(found.name), static_cast<size_t>(found.name_length));
     if (EqualAsciiNoCase(attribute, wanted))

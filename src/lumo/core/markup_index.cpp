@@ -50,15 +50,16 @@ class Indexer {
 
   void Open(const MarkupToken& token, size_t attributes) {
     const auto index = static_cast<LONG>(records_.size());
-    ElementRecord& element = records_.emplace_back();
+    ElementRecord element;
     element.start = token.offset;
     element.name_length = token.name_length;
     element.attributes = static_cast<LONG>(attributes);
     element.tag_length = element.total_length = token.length;
+    if (token.is_empty) element.flags = ElementEmpty;
     element.parent = open_;
-    LinkAfterSibling(index);
+    element.previous = LinkAfterSibling(index);
+    records_.push_back(element);
     if (token.is_empty) {
-      element.flags = ElementEmpty;
       last_closed_ = index;
       return;
     }
@@ -66,15 +67,16 @@ class Indexer {
     if (counting_) ++open_names_[NameOf(text_, element)];
   }
 
-  // What was closed last is a child of the open element as soon as that has one.
-  void LinkAfterSibling(LONG index) {
+  // Answers the sibling before the new element. What was closed last is a child of the open element as soon as that
+  // has one.
+  LONG LinkAfterSibling(LONG index) {
     ElementRecord& parent = records_[Size(open_)];
     if (!parent.first_child) {
       parent.first_child = index;
-      return;
+      return 0;
     }
     records_[Size(last_closed_)].next = index;
-    records_[Size(index)].previous = last_closed_;
+    return last_closed_;
   }
 
   void End(const MarkupToken& token) {

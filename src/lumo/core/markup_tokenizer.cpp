@@ -21,7 +21,7 @@ StringView LeadingName(StringView text) {
 bool MarkupTokenizer::Next(MarkupToken* token) {
   const WCHAR* const from = at_;
   const WCHAR* mistake = nullptr;
-  while ((at_ = FindClass<UnitTagOpen>(at_, end_)) != end_ && Classify(&mistake) == MarkupNode::None) ++at_;
+  while ((at_ = finder_.Find<UnitTagOpen>(at_)) != end_ && Classify(&mistake) == MarkupNode::None) ++at_;
   if (at_ == from) return NextMarkup(token, &mistake);
   *token = {};
   token->offset = OffsetOf(from);
@@ -30,13 +30,19 @@ bool MarkupTokenizer::Next(MarkupToken* token) {
 }
 
 bool MarkupTokenizer::NextMarkup(MarkupToken* token, const WCHAR** mistake) {
-  at_ = FindClass<UnitTagOpen>(at_, end_);
+  at_ = finder_.Find<UnitTagOpen>(at_);
   if (at_ == end_) return false;
   token->offset = OffsetOf(at_);
-  token->type = Classify(mistake);
-  if (token->type == MarkupNode::Element || token->type == MarkupNode::EndTag) {
-    TakeTag(token);
+  if (BeginsMarkupName(at_[1])) {
+    token->type = MarkupNode::Element;
+    TakeTag(token, at_ + 1, attributes_);
+    token->is_empty = token->is_finished && at_[-2] == '/';
+  } else if (at_[1] == '/') {
+    token->type = MarkupNode::EndTag;
+    TakeTag(token, at_ + 2, nullptr);
+    token->is_empty = false;
   } else {
+    token->type = Classify(mistake);
     TakeOther(token);
   }
   return true;
@@ -86,14 +92,11 @@ void MarkupTokenizer::TakeOther(MarkupToken* token) {
   token->length = OffsetOf(at_) - token->offset;
 }
 
-void MarkupTokenizer::TakeTag(MarkupToken* token) {
-  const bool starts = token->type == MarkupNode::Element;
-  const WCHAR* const name = at_ + (starts ? 1 : 2);
-  const WCHAR* const name_end = FindClass<UnitNameEnd>(name, end_);
+inline void MarkupTokenizer::TakeTag(MarkupToken* token, const WCHAR* name, AttributeRecords* attributes) {
+  const WCHAR* const name_end = finder_.Find<UnitNameEnd>(name);
   token->name_length = static_cast<LONG>(name_end - name);
-  at_ = *name_end == '>' ? name_end : ReadAttributes(begin_, name_end, end_, starts ? attributes_ : nullptr);
+  at_ = *name_end == '>' ? name_end : ReadAttributes(begin_, name_end, finder_, attributes);
   token->is_finished = at_ != end_;
-  token->is_empty = starts && at_[-1] == '/' && token->is_finished;
   if (token->is_finished) ++at_;
   token->length = OffsetOf(at_) - token->offset;
 }

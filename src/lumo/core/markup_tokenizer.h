@@ -22,7 +22,11 @@ class MarkupTokenizer {
   // A NUL must stand behind the text, which must outlive the tokenizer. Reading starts at `offset`. The attributes of
   // start tags are added to `attributes`, where given.
   explicit MarkupTokenizer(StringView text, LONG offset = 0, AttributeRecords* attributes = nullptr)
-      : begin_(text.data()), at_(text.data() + offset), end_(text.data() + text.size()), attributes_(attributes) {}
+      : begin_(text.data()),
+        at_(text.data() + offset),
+        end_(text.data() + text.size()),
+        finder_(at_, end_),
+        attributes_(attributes) {}
 
   // The next token; false at the end of the text. A "<" that begins nothing belongs to the text around it.
   bool Next(MarkupToken* token);
@@ -35,7 +39,7 @@ class MarkupTokenizer {
   MarkupNode Classify(const WCHAR** mistake) const;
   void FinishText(MarkupToken* token) const;
   void TakeOther(MarkupToken* token);
-  void TakeTag(MarkupToken* token);
+  void TakeTag(MarkupToken* token, const WCHAR* name, AttributeRecords* attributes);
   const WCHAR* EndOfDocType(const WCHAR* from) const;
   const WCHAR* After(const WCHAR* from, StringView mark) const;
   LONG OffsetOf(const WCHAR* at) const { return static_cast<LONG>(at - begin_); }
@@ -43,6 +47,7 @@ class MarkupTokenizer {
   const WCHAR* begin_;
   const WCHAR* at_;
   const WCHAR* end_;
+  UnitFinder finder_;
   AttributeRecords* attributes_;
 };
 

@@ -9,10 +9,8 @@ constexpr bool IsBlank(WCHAR c) { return c <= 32; }
 
 bool PairReader::Next(StringView* key, StringView* value) {
   do {
-    if (!TakePair(key, value)) {
-      rest_ = {};
-      return false;
-    }
+    ended_ = ended_ || !TakePair(key, value);
+    if (ended_) return false;
   } while (value->empty());
   return true;
 }

@@ -15,12 +15,15 @@ class PairReader {
 
   // The next pair that has a value; false at the end, after which every further call says false too.
   bool Next(StringView* key, StringView* value);
+  // What has not been read; after the last pair "", unless something of another shape stands there.
+  StringView Rest() const { return rest_; }
 
  private:
   bool TakePair(StringView* key, StringView* value);
 
   StringView rest_;
   bool first_ = true;  // nothing need separate the first pair
+  bool ended_ = false;
 };
 
 }  // namespace lumo

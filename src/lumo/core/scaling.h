@@ -18,10 +18,14 @@ inline int ScaleLength(int value, int percent) {
 }
 
 // For bounds: INT_MAX means "none" and stays, as negative values do.
-inline int ScaleLimit(int value, int percent) { return value == INT_MAX ? value : ScaleLength(value, percent); }
+inline int ScaleLimit(int value, int percent) {
+  return percent == 100 || value == INT_MAX ? value : ScaleLength(value, percent);
+}
 
-// Left and top as lengths, right and bottom by their distance from them; distances up to 0 are not scaled.
+// Left and top as lengths, right and bottom by their distance from them; distances up to 0 are not scaled, and at 100
+// percent nothing is.
 inline RECT ScaleRect(const RECT& rect, int percent) {
+  if (percent == 100) return rect;
   RECT scaled = {ScaleLength(rect.left, percent), ScaleLength(rect.top, percent), 0, 0};
   scaled.right = Sum(scaled.left, ScaleLength(Difference(rect.right, rect.left), percent));
   scaled.bottom = Sum(scaled.top, ScaleLength(Difference(rect.bottom, rect.top), percent));

@@ -17,21 +17,23 @@ void SetLimit(SIZE& limit, StringView value) {
 
 struct Row {
   StringView name;
+  ValueKind kind;
   void (*set)(WindowAttributes& attributes, StringView value);
 };
 
 constexpr Row kRows[] = {
-    {TEXT("caption"), [](WindowAttributes& a, StringView v) { a.caption = ReadRect(v); }},
-    {TEXT("maxinfo"), [](WindowAttributes& a, StringView v) { SetLimit(a.maxinfo, v); }},
-    {TEXT("mininfo"), [](WindowAttributes& a, StringView v) { SetLimit(a.mininfo, v); }},
-    {TEXT("roundcorner"), [](WindowAttributes& a, StringView v) { a.roundcorner = ReadExtent(v); }},
-    {TEXT("shadowattached"), [](WindowAttributes& a, StringView v) { a.shadowattached = ReadInteger(v) != 0; }},
-    {TEXT("shadowcorner"), [](WindowAttributes& a, StringView v) { a.shadowcorner = ReadRect(v); }},
-    {TEXT("shadowimage"), [](WindowAttributes& a, StringView v) { a.shadowimage = String(v); }},
-    {TEXT("shadowround"), [](WindowAttributes& a, StringView v) { a.shadowround = ReadRect(v); }},
-    {TEXT("size"), [](WindowAttributes& a, StringView v) { a.size = ReadExtent(v); }},
-    {TEXT("sizebox"), [](WindowAttributes& a, StringView v) { a.sizebox = ReadRect(v); }},
-    {TEXT("textid"), [](WindowAttributes& a, StringView v) { a.textid = String(v); }},
+    {TEXT("caption"), ValueKind::Rect, [](WindowAttributes& a, StringView v) { a.caption = ReadRect(v); }},
+    {TEXT("maxinfo"), ValueKind::Extent, [](WindowAttributes& a, StringView v) { SetLimit(a.maxinfo, v); }},
+    {TEXT("mininfo"), ValueKind::Extent, [](WindowAttributes& a, StringView v) { SetLimit(a.mininfo, v); }},
+    {TEXT("roundcorner"), ValueKind::Extent, [](WindowAttributes& a, StringView v) { a.roundcorner = ReadExtent(v); }},
+    {TEXT("shadowattached"), ValueKind::Boolean,
+     [](WindowAttributes& a, StringView v) { a.shadowattached = ReadInteger(v) != 0; }},
+    {TEXT("shadowcorner"), ValueKind::Rect, [](WindowAttributes& a, StringView v) { a.shadowcorner = ReadRect(v); }},
+    {TEXT("shadowimage"), ValueKind::Image, [](WindowAttributes& a, StringView v) { a.shadowimage = String(v); }},
+    {TEXT("shadowround"), ValueKind::Rect, [](WindowAttributes& a, StringView v) { a.shadowround = ReadRect(v); }},
+    {TEXT("size"), ValueKind::Extent, [](WindowAttributes& a, StringView v) { a.size = ReadExtent(v); }},
+    {TEXT("sizebox"), ValueKind::Rect, [](WindowAttributes& a, StringView v) { a.sizebox = ReadRect(v); }},
+    {TEXT("textid"), ValueKind::StringKey, [](WindowAttributes& a, StringView v) { a.textid = String(v); }},
 };
 
 }  // namespace
@@ -43,6 +45,10 @@ bool SetWindowAttribute(WindowAttributes& attributes, StringView name, StringVie
     return true;
   }
   return false;
+}
+
+void ListWindowAttributes(AttributeInfos* infos) {
+  for (const Row& row : kRows) infos->push_back({row.name, row.kind});
 }
 
 }  // namespace lumo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lumo/core/types.h"
+#include "lumo/core/value_kind.h"
 
 namespace lumo {
 
@@ -22,5 +23,6 @@ struct WindowAttributes {
 // False for a name that a window does not have; attributes are then unchanged. An ill-formed mininfo or maxinfo (a
 // negative number) is passed over.
 bool SetWindowAttribute(WindowAttributes& attributes, StringView name, StringView value);
+void ListWindowAttributes(AttributeInfos* infos);
 
 }  // namespace lumo

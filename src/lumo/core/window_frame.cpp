@@ -10,24 +10,6 @@
 #include <windowsx.h>
 
 namespace lumo {
-namespace {
-
-// A press on these is theirs; anything else in the caption drags the window.
-bool TakesPress(const ControlBase* control) {
-  if (!control) return true;
-  switch (control->Class()) {
-    case ControlClass::Button:
-    case ControlClass::ButtonBox:
-    case ControlClass::RichEdit:
-    case ControlClass::Combo:
-    case ControlClass::ListContainerElement:
-      return true;
-    default:
-      return false;
-  }
-}
-
-}  // namespace
 
 RECT Window::FrameInsets() const {
   return attributes_.shadowattached ? ScaleRect(attributes_.shadowcorner, scale_) : RECT{};

@@ -28,21 +28,22 @@ void ReadSides(ImageAttribute& image, StringView value) {
 
 constexpr struct {
   StringView key;
+  ValueKind kind;
   void (*read)(ImageAttribute&, StringView);
 } kKeys[] = {
-    {TEXT("file"), ReadText<&ImageAttribute::file>},
-    {TEXT("dest"), ReadSides<&ImageAttribute::dest>},
-    {TEXT("source"), ReadSides<&ImageAttribute::source>},
-    {TEXT("corner"), ReadSides<&ImageAttribute::corner>},
-    {TEXT("fade"), ReadFade},
-    {TEXT("xtiled"), ReadNumber<&ImageAttribute::xtiled>},
-    {TEXT("ytiled"), ReadNumber<&ImageAttribute::ytiled>},
-    {TEXT("playcount"), ReadNumber<&ImageAttribute::playcount>},
-    {TEXT("interval"), ReadNumber<&ImageAttribute::interval>},
-    {TEXT("framecount"), ReadNumber<&ImageAttribute::framecount>},
-    {TEXT("angle"), ReadNumber<&ImageAttribute::angle>},
-    {TEXT("color"), ReadText<&ImageAttribute::color>},
-    {TEXT("scale"), ReadText<&ImageAttribute::scale>},
+    {TEXT("file"), ValueKind::PictureFile, ReadText<&ImageAttribute::file>},
+    {TEXT("dest"), ValueKind::Rect, ReadSides<&ImageAttribute::dest>},
+    {TEXT("source"), ValueKind::Rect, ReadSides<&ImageAttribute::source>},
+    {TEXT("corner"), ValueKind::Rect, ReadSides<&ImageAttribute::corner>},
+    {TEXT("fade"), ValueKind::Integer, ReadFade},
+    {TEXT("xtiled"), ValueKind::Integer, ReadNumber<&ImageAttribute::xtiled>},
+    {TEXT("ytiled"), ValueKind::Integer, ReadNumber<&ImageAttribute::ytiled>},
+    {TEXT("playcount"), ValueKind::Integer, ReadNumber<&ImageAttribute::playcount>},
+    {TEXT("interval"), ValueKind::Integer, ReadNumber<&ImageAttribute::interval>},
+    {TEXT("framecount"), ValueKind::Integer, ReadNumber<&ImageAttribute::framecount>},
+    {TEXT("angle"), ValueKind::Integer, ReadNumber<&ImageAttribute::angle>},
+    {TEXT("color"), ValueKind::ColorName, ReadText<&ImageAttribute::color>},
+    {TEXT("scale"), ValueKind::Decimal, ReadText<&ImageAttribute::scale>},
 };
 
 }  // namespace
@@ -60,6 +61,10 @@ void ImageAttribute::Assign(StringView value) {
       if (row.key == key) row.read(*this, read);
     }
   }
+}
+
+void ImageAttribute::ListKeys(AttributeInfos* infos) {
+  for (const auto& row : kKeys) infos->push_back({row.key, row.kind});
 }
 
 void ImageAttribute::Release() { image.reset(); }

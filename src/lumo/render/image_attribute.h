@@ -6,6 +6,7 @@
 #pragma once
 
 #include "lumo/core/types.h"
+#include "lumo/core/value_kind.h"
 
 #include <memory>
 
@@ -28,6 +29,8 @@ struct ImageAttribute {
   // Sets the attribute anew: the picture is let go, everything but fade, angle, color and scale goes back to its
   // default, then the text is stored and read. Stop the animation first. Nothing is loaded.
   void Assign(StringView value);
+  // The keys of the pairs.
+  static void ListKeys(AttributeInfos* infos);
   // Lets go of the picture; it is loaded again on the next use.
   void Release();
   // What a file that cannot be read leaves: no picture and no file, so it is not tried again until Assign.

@@ -12,6 +12,7 @@
 #include <functional>
 
 #include "tests/support/machine_fixture.h"
+#include "winhost/dialogs/folder_dialog.h"
 
 namespace {
 
@@ -135,6 +136,23 @@ TEST_F(X11DisplayTest, PointerKeysAndCaptionReachTheWindow) {
   EXPECT_TRUE(Until([] { return Typed() == u"aB\t"; }));
   ASSERT_TRUE(Tool("mousemove 120 90 mousedown 1 mousemove 145 120 mousemove 170 130 mouseup 1"));
   EXPECT_TRUE(Until([&] { return Has(WM_EXITSIZEMOVE) && LiesAt(150, 120); }));
+}
+
+TEST_F(X11DisplayTest, TheFolderPickerIsAnsweredFromOutside) {
+  ASSERT_TRUE(Until([] { return Has(WM_SETFOCUS); }));
+  std::filesystem::create_directories(folder_ / "D/Music");
+  const std::string user =
+      "(timeout 20 xdotool search --sync --onlyvisible --name 选择文件夹 && "
+      "timeout 20 xdotool type 'D:\\music' && timeout 20 xdotool key Return) >/dev/null 2>&1 &";
+  ASSERT_EQ(std::system(user.c_str()), 0);
+  const auto give_up = [](HWND, UINT, UINT_PTR, DWORD) -> void {
+    PostMessageW(FindWindowW(u"#32770", nullptr), WM_COMMAND, IDCANCEL, 0);
+  };
+  const UINT_PTR patience = SetTimer(nullptr, 0, kPatienceMs, give_up);
+  std::u16string folder;
+  EXPECT_EQ(winhost::AskForFolder({window_, u"选择文件夹", u"", u"选择文件夹", u"C:\\"}, &folder), S_OK);
+  KillTimer(nullptr, patience);
+  EXPECT_EQ(folder, u"D:\\Music");
 }
 
 TEST_F(X11DisplayTest, PixelsAreOnTheDisplayAndHidingTakesThemAway) {

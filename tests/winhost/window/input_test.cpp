@@ -194,6 +194,23 @@ TEST_F(InputTest, TypingGivesKeysAndCharacters) {
   EXPECT_EQ(TheHeard()[0].message, UINT{WM_SYSKEYDOWN});
 }
 
+TEST_F(InputTest, KeysAndButtonsThatWaitOutliveTheirWindow) {
+  Begin();
+  const HWND other = Make(100, 100);
+  SetForegroundWindow(other);
+  SetFocus(other);
+  screen::KeyDown(VK_MENU);
+  screen::MovePointer(150, 150);
+  screen::Press();
+  Run();
+  screen::Release();
+  screen::KeyUp(VK_MENU);
+  DestroyWindow(other);
+  Run();
+  EXPECT_GE(GetKeyState(VK_MENU), 0);  // a key that stayed down would turn all that is typed into menu keys
+  EXPECT_GE(GetKeyState(VK_LBUTTON), 0);
+}
+
 TEST_F(InputTest, ContactsAreTouchesPointersOrAMouse) {
   Begin();
   EXPECT_TRUE(RegisterTouchWindow(window_, 0));

@@ -5,7 +5,6 @@
 
 #include "lumo/core/handler.h"
 #include "lumo/core/window.h"
-#include "lumo/core/window_messages.h"
 #include "tools/vantakit/commands.h"
 
 namespace vantakit {
@@ -28,19 +27,32 @@ Times TimesOf(const std::filesystem::path& folder) {
 // Ends the loop with its window.
 class LiveHandler : public lumo::lumowin {
  public:
-  LRESULT ProcessMessage(UINT message, WPARAM, LPARAM, bool*) override {
-    if (message == WM_DESTROY) PostQuitMessage(0);
+  explicit LiveHandler(Trace& trace) : trace_(trace) {}
+
+  void OnNotify(lumo::_Msg& record) override {
+    trace_.Happened(record);
+    lumowin::OnNotify(record);
+  }
+  LRESULT ProcessMessage(UINT message, WPARAM wParam, LPARAM, bool*) override {
+    trace_.Received(m_hWnd, message, wParam);
+    if (message == WM_DESTROY && ends_loop_) PostQuitMessage(0);
     return 0;
   }
+  void EndLoopWithWindow(bool on) { ends_loop_ = on; }
+
+ private:
+  Trace& trace_;
+  bool ends_loop_ = false;
 };
 
 class Live {
  public:
-  Live(Stage& stage, std::filesystem::path skin, std::string layout, const Dressing& dressing)
+  Live(Stage& stage, std::filesystem::path skin, std::string layout, const Dressing& dressing, Trace& trace)
       : stage_(stage),
         skin_(std::move(skin)),
         layout_(std::move(layout)),
         dressing_(dressing),
+        trace_(trace),
         times_(TimesOf(skin_)) {}
 
   int Run() {
@@ -59,11 +71,19 @@ class Live {
 
  private:
   void Open(POINT place) {
-    handler_ = std::make_unique<LiveHandler>();
+    handler_ = std::make_unique<LiveHandler>(trace_);
     window_ = stage_.Open(layout_, handler_.get());
-    Dress(*WindowBehind(window_), dressing_);
+    try {
+      Dress(*WindowBehind(window_), dressing_);
+    } catch (...) {
+      DestroyWindow(window_);
+      throw;
+    }
+    handler_->EndLoopWithWindow(true);
     SetWindowPos(window_, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     ShowWindow(window_, SW_SHOW);
+    UpdateWindow(window_);  // arranges it as well
+    trace_.Opened(*WindowBehind(window_));
     timer_ = SetTimer(nullptr, timer_ ? timer_ : kLook, kLookEveryMs, nullptr);
   }
 
@@ -77,22 +97,30 @@ class Live {
       Reopen({place.left, place.top});
     } catch (const std::exception& wrong) {
       std::fprintf(stderr, "preview: %s\n", wrong.what());
+      trace_.Failed(wrong.what());
     }
   }
 
+  // The library is started anew for the new skin, and once more for the old one when no window can be made of it.
   void Reopen(POINT place) {
     stage_.Prepare();
-    // The old window's end is not the program's.
-    SendMessageW(window_, lumo::kMessageSetHandler, 0, 0);
+    handler_->EndLoopWithWindow(false);
     DestroyWindow(window_);
-    stage_.Reload();
-    Open(place);
+    try {
+      stage_.Exchange();
+      Open(place);
+    } catch (...) {
+      stage_.Exchange();
+      Open(place);
+      throw;
+    }
   }
 
   Stage& stage_;
   const std::filesystem::path skin_;
   const std::string layout_;
   const Dressing& dressing_;
+  Trace& trace_;
   Times times_;
   std::unique_ptr<LiveHandler> handler_;
   HWND window_ = nullptr;
@@ -101,8 +129,9 @@ class Live {
 
 }  // namespace
 
-int RunLive(Stage& stage, const std::filesystem::path& skin, const std::string& layout, const Dressing& dressing) {
-  return Live(stage, skin, layout, dressing).Run();
+int RunLive(Stage& stage, const std::filesystem::path& skin, const std::string& layout, const Dressing& dressing,
+            Trace& trace) {
+  return Live(stage, skin, layout, dressing, trace).Run();
 }
 
 }  // namespace vantakit

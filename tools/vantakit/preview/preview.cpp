@@ -13,6 +13,7 @@
 #include "tools/vantakit/preview/rects.h"
 #include "tools/vantakit/preview/stage.h"
 #include "winhost/window/screen.h"
+#include "winhost/x11/x11_display.h"
 
 namespace vantakit {
 namespace {
@@ -20,7 +21,7 @@ namespace {
 constexpr char kHelp[] =
     "Draws a layout of a skin into a PNG, or opens it in a window that follows changes of the skin's files.\n\n"
     "usage: vantakit preview LAYOUT [--skin DIR] [--page NAME] [--state NAME=WORD]… [--set NAME.ATTRIBUTE=VALUE]…\n"
-    "                        [--scale N] (--out FILE | --window | --rects)\n\n"
+    "                        [--scale N] (--out FILE | --window [--trace] | --rects)\n\n"
     "LAYOUT is SetupWnd.xml, MessageWnd.xml, or a path below the theme folder.\n"
     "WORD is normal, hot, pushed, disabled, selected, unselected, shown, hidden or focused.\n\n";
 constexpr Option kOptions[] = {
@@ -32,6 +33,7 @@ constexpr Option kOptions[] = {
     {"out", Option::Value, "FILE", "picture to write"},
     {"rects", Option::Flag, nullptr, "print name, class and rectangle of every control as JSON"},
     {"window", Option::Flag, nullptr, "open it on the X display"},
+    {"trace", Option::Flag, nullptr, "with --window: print what happens to it, a JSON object a line"},
 };
 
 int ScaleOf(const Arguments& arguments) {
@@ -66,10 +68,13 @@ int RunPreview(int argc, char** argv) {
   const std::filesystem::path skin = arguments.Get("skin").value_or(beside.string());
   const Dressing dressing = {arguments.Get("page").value_or(""), arguments.All("state"), arguments.All("set")};
   if (live) setenv("VANTA_DISPLAY", "x11", 1);
+  // Without one, windows are drawn in memory, where nobody could ever close them.
+  if (live && !winhost::OpenX11Display()) throw Failure("--window needs an X display, which DISPLAY names");
 
   const PassingMachine machine(nlohmann::json{{"dpi", ScaleOf(arguments) * 96 / 100}});
   Stage stage(skin);
-  if (live) return RunLive(stage, skin, arguments.rest().front(), dressing);
+  Trace trace(arguments.Has("trace"));
+  if (live) return RunLive(stage, skin, arguments.rest().front(), dressing, trace);
   const HWND window = stage.Open(arguments.rest().front(), nullptr);
   Dress(*WindowBehind(window), dressing);
   if (arguments.Has("rects")) {

@@ -50,16 +50,21 @@ RECT ClientOf(const lumo::Window& window) {
 
 }  // namespace
 
-void ArrangeHidden(lumo::Window& window) {
-  if (window.Root()) ShowPages(*window.Root(), window, ClientOf(window));
+void ArrangeHidden(lumo::Window& window, const RECT& client) {
+  if (window.Root()) ShowPages(*window.Root(), window, client);
+}
+
+Json ControlsOf(const lumo::Window& window) {
+  Json controls = Json::array();
+  if (window.Root()) Collect(*window.Root(), 0, &controls);
+  return controls;
 }
 
 Json RectsOf(lumo::Window& window) {
-  ArrangeHidden(window);
   const RECT client = ClientOf(window);
-  Json controls = Json::array();
-  if (window.Root()) Collect(*window.Root(), 0, &controls);
-  return {{"scale", window.ScalePercent()}, {"client", {client.right, client.bottom}}, {"controls", controls}};
+  ArrangeHidden(window, client);
+  return {
+      {"scale", window.ScalePercent()}, {"client", {client.right, client.bottom}}, {"controls", ControlsOf(window)}};
 }
 
 }  // namespace vantakit

@@ -1,6 +1,8 @@
 // Where the controls of a window are.
 #pragma once
 
+#include <windows.h>
+
 #include <nlohmann/json_fwd.hpp>
 
 namespace lumo {
@@ -13,7 +15,11 @@ namespace vantakit {
 // document order, device pixels in client coordinates. Hidden pages are arranged as if they were shown.
 nlohmann::json RectsOf(lumo::Window& window);
 
-// Gives the pages and controls that are hidden the places that they would have: what layout does for them once shown.
-void ArrangeHidden(lumo::Window& window);
+// The "controls" alone, where they are now.
+nlohmann::json ControlsOf(const lumo::Window& window);
+
+// Gives the hidden pages the places that they would have: each is shown once, arranged in the client rectangle, and the
+// page that was selected is selected again.
+void ArrangeHidden(lumo::Window& window, const RECT& client);
 
 }  // namespace vantakit

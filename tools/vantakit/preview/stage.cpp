@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include "lumo/core/create_window.h"
+#include "lumo/core/global_resources.h"
 #include "lumo/core/window.h"
 #include "report/makerlibs/safe_loader.h"
 #include "setupui/skin_package.h"
@@ -64,9 +65,10 @@ void Stage::Start() {
 
 void Stage::Prepare() { prepared_ = std::make_unique<Package>(skin_); }
 
-void Stage::Reload() {
+void Stage::Exchange() {
   vanta::ShutdownSkin();
-  if (prepared_) package_ = std::move(prepared_);
+  lumo::Globals().Clear();  // a process has one skin for its life, and the first definition of a name stays
+  if (prepared_) std::swap(package_, prepared_);
   Start();
 }
 

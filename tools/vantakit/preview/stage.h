@@ -26,10 +26,12 @@ class Stage {
   // `handler` may be null. Throws Failure when there is no such window.
   HWND Open(const std::string& layout, lumo::lumowin* handler);
 
-  // Reads the skin's files anew for the next Reload. Throws Failure as the constructor does, and changes nothing then.
+  // Reads the skin's files anew for the next Exchange. Throws Failure as the constructor does, and changes nothing
+  // then.
   void Prepare();
-  // Starts over with what was prepared; windows must be closed.
-  void Reload();
+  // Starts over with what was prepared; what was there before is prepared now, so that a second call takes it back.
+  // Windows must be closed. Throws Failure when it cannot be opened: no skin is open then.
+  void Exchange();
 
  private:
   struct Package;

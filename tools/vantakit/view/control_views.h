@@ -8,8 +8,12 @@ namespace vantakit {
 // {"text"} → {"color", "color1", "color2", "dest", "gradient", "mode"}
 nlohmann::json GlobalsColorSpecView(const nlohmann::json& input);
 // {"xml": a whole layout, "scale"} → {"client": [width, height], "rects": name → rectangle in the client area}, device
-// pixels; every named control, also those that were never shown and have no place yet
+// pixels; every named control, those of hidden pages where they are once their page is shown
 nlohmann::json LayoutRectsView(const nlohmann::json& input);
+// {"client": rectangle less the frame insets, or [width, height], "point", "sizebox", "caption": design pixels,
+// "scale", "maximised", "control": tag under the point or null} → {"hit": client, caption, left, right, top, bottom,
+// topleft, topright, bottomleft or bottomright}; device pixels but for what is said to be design pixels
+nlohmann::json WindowHitView(const nlohmann::json& input);
 // {"control": tag, "align": values set in order, "singleline", "endellipsis": attribute texts or null} → {"stored",
 // "used"}
 nlohmann::json TextStyleView(const nlohmann::json& input);

@@ -10,6 +10,7 @@
 #include "lumo/core/result.h"
 #include "lumo/core/scaling.h"
 #include "lumo/core/window.h"
+#include "tools/vantakit/preview/rects.h"
 #include "tools/vantakit/view/control_views.h"
 #include "tools/vantakit/view/json_text.h"
 
@@ -94,7 +95,9 @@ Json LayoutRectsView(const Json& input) {
   if (!root) throw std::runtime_error("the layout holds no control");
   window.AttachRoot(root);
   const SIZE client = ClientOf(*root, window);
-  window.RunLayoutPass({0, 0, client.cx, client.cy});
+  const RECT area = {0, 0, client.cx, client.cy};
+  window.RunLayoutPass(area);
+  ArrangeHidden(window, area);
   Json rects = Json::object();
   CollectRects(*root, rects);
   return {{"client", {client.cx, client.cy}}, {"rects", rects}};

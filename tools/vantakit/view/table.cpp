@@ -46,6 +46,7 @@ std::span<const View> Views() {
       {"globals.attributeList", GlobalsAttributeListView},
       {"globals.colorSpec", GlobalsColorSpecView},
       {"layout.rects", LayoutRectsView},
+      {"window.hit", WindowHitView},
       {"text.style", TextStyleView},
       {"text.stateColor", TextStateColorView},
       {"progress.fill", ProgressFillView},

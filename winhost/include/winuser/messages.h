@@ -120,6 +120,16 @@
 #define WM_APP 0x8000
 #define WM_SETTINGCHANGE WM_WININICHANGE
 
+#define EM_GETSEL 0x00B0
+#define EM_SETSEL 0x00B1
+#define EN_CHANGE 0x0300
+#define BM_CLICK 0x00F5
+#define BN_CLICKED 0
+#define LBN_SELCHANGE 1
+#define LBN_DBLCLK 2
+#define IDOK 1
+#define IDCANCEL 2
+
 #define WA_INACTIVE 0
 #define WA_ACTIVE 1
 #define WA_CLICKACTIVE 2

@@ -1,0 +1,16 @@
+// What a step does to the walked setup.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+namespace vantakit {
+
+// Every kind but "wait", "start" and "make". Input goes the way of a device's: it arrives when the thread looks for
+// messages. Throws Failure when it cannot be done. UI thread only.
+void UseHands(const nlohmann::ordered_json& step);
+
+// An empty file at this Windows path. Throws Failure when it cannot be made. Any thread.
+void MakeFile(const std::string& path);
+
+}  // namespace vantakit
