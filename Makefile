@@ -61,14 +61,11 @@ gallery: host-release  ## every window, page and state of the skin at four scale
 	@tools/deps.sh gallery
 	@python3 tools/gallery.py --vantakit $(HOST)/vantakit --out build/gallery
 
-# The peers must be there before the release build is configured, which looks for them.
-.PHONY: bench-deps
-bench-deps: deps
+BENCHES := extract_bench markup_bench layout_bench layout_peer paint_bench paint_peer window_bench
+# Configured once more: the peers are looked for then, and may have been installed just now.
+bench: deps host-release windows-i686  ## speed and size, each beside its peer (ONLY=layout: one part of it)
 	@tools/deps.sh bench
-
-bench: bench-deps host-release windows-i686  ## speed and size, each beside its peer (ONLY=layout for one part)
-	@cmake --preset host-release >build/host-release.log 2>&1 || { cat build/host-release.log; exit 1; }
-	@cmake --build $(HOST) -j $(JOBS) --target extract_bench markup_bench layout_bench layout_peer paint_bench paint_peer window_bench
+	@$(call build,host-release,$(HOST),--target $(BENCHES))
 	@python3 tests/bench/run.py --build $(HOST) $(addprefix --only ,$(ONLY))
 
 fuzz: deps  ## each fuzzer for FUZZ_SECONDS (60) seconds

@@ -109,6 +109,12 @@ def drag(preview, _):
 
 
 def minimise_and_restore(preview, _):
+    """Again and again: an event that is taken off the connection at the wrong moment must not be lost."""
+    for _ in range(8):
+        minimise_and_restore_once(preview)
+
+
+def minimise_and_restore_once(preview):
     """By its own button, or, without one, by the window manager."""
     display = preview.display
     picture = preview.pixels_of_window()

@@ -27,6 +27,7 @@ namespace {
 // Real milliseconds; a build with sanitizers takes its time to start.
 constexpr int kUpWithinMs = 10'000;
 constexpr int kEndedWithinMs = 60'000;
+constexpr int kGoneWithinMs = 1'000;  // after its descriptors are closed
 
 void Journal(const LaunchRequest& request, DWORD result, std::optional<pid_t> child) {
   nlohmann::json line = {{"file", Narrow(request.file)},
@@ -126,6 +127,7 @@ DWORD Start(const LaunchRequest& request, pid_t* child) {
   *child =
       SpawnDetached({program, Words(request, image), Environment(request, image), *directory}, WaitAfterStart(program));
   if (*child < 0) return WhyNotStarted(-*child);
+  if (Machine::Current().facts().launches_wait) AwaitEnd(*child, kGoneWithinMs);
   Machine::Current().Get<ProcessTable>().Enter(static_cast<DWORD>(*child), image, false);
   return ERROR_SUCCESS;
 }

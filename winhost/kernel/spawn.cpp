@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -129,6 +130,13 @@ pid_t SpawnDetached(const SpawnPlan& plan, int up_within_ms) {
   if (failure || id == 0) return -(failure ? failure : EAGAIN);
   AwaitClosing(prepared.ready.reading, up_within_ms);
   return id;
+}
+
+void AwaitEnd(pid_t process, int milliseconds) {
+  const int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+  if (handle < 0) return;  // gone
+  AwaitClosing(handle, milliseconds);
+  close(handle);
 }
 
 }  // namespace winhost

@@ -23,4 +23,7 @@ inline constexpr const char* kReadyVariable = "VANTA_READY_FD";
 // winhost program when it is up, any other when it ends), or for `up_within_ms` real milliseconds.
 pid_t SpawnDetached(const SpawnPlan& plan, int up_within_ms);
 
+// Until the process of that id is gone, or for as many real milliseconds: its descriptors are closed a moment before.
+void AwaitEnd(pid_t process, int milliseconds);
+
 }  // namespace winhost

@@ -103,10 +103,15 @@ POINT CaptionOf(HWND window) {
   throw Failure("the window has no caption");
 }
 
-void Drag(const Json& way) {
+void Grab(const Json&) {
   const POINT from = CaptionOf(FrontWindow());
   screen::MovePointer(from.x, from.y);
   screen::Press();
+}
+
+void Pull(const Json& way) {
+  POINT from = {};
+  GetCursorPos(&from);
   screen::MovePointer(from.x + way.at(0).get<int>(), from.y + way.at(1).get<int>());
   screen::Release();
 }
@@ -162,23 +167,30 @@ void DoNothing(const Json&) {}
 struct Row {
   const char* kind;
   void (*act)(const Json& argument);
+  void (*then)(const Json& argument) = nullptr;  // what needs the window to have taken the first part
 };
 
 constexpr Row kRows[] = {
-    {"click", Click},   {"double", DoubleClick}, {"hover", Hover}, {"press", Press}, {"release", Release},
-    {"key", PressKeys}, {"type", Type},          {"pick", Pick},   {"drag", Drag},   {"activate", Activate},
-    {"dpi", ChangeDpi}, {"minimise", Minimise},  {"pass", Pass},   {"post", Post},   {"quit", Quit},
+    {"click", Click},   {"double", DoubleClick}, {"hover", Hover}, {"press", Press},     {"release", Release},
+    {"key", PressKeys}, {"type", Type},          {"pick", Pick},   {"drag", Grab, Pull}, {"activate", Activate},
+    {"dpi", ChangeDpi}, {"minimise", Minimise},  {"pass", Pass},   {"post", Post},       {"quit", Quit},
     {"shot", Shoot},    {"look", DoNothing},
 };
 
-}  // namespace
-
-void UseHands(const Json& step) {
+const Row& RowOf(const Json& step) {
   const std::string kind = KindOf(step);
   const auto* const row = std::ranges::find_if(kRows, [&](const Row& each) { return kind == each.kind; });
   if (row == std::end(kRows)) throw Failure("no step is called \"" + kind + "\"");
-  row->act(step.at(kind));
+  return *row;
 }
+
+}  // namespace
+
+void UseHands(const Json& step) { RowOf(step).act(step.at(KindOf(step))); }
+
+bool HasSecondHalf(const Json& step) { return RowOf(step).then != nullptr; }
+
+void FinishWithHands(const Json& step) { RowOf(step).then(step.at(KindOf(step))); }
 
 void MakeFile(const std::string& path) {
   const auto place = winhost::LinuxPath(vanta::FromUtf8(path));

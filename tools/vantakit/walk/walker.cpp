@@ -75,7 +75,11 @@ void Walker::Act(const Json& step, Clock::time_point deadline) {
   if (!Settle(deadline)) throw Failure("there is no window");
   const auto start = Clock::now();
   ui_.Run([&] { UseHands(step); });
-  Settle(deadline);
+  const bool there = Settle(deadline);
+  if (there && HasSecondHalf(step)) {
+    ui_.Run([&] { FinishWithHands(step); });
+    Settle(deadline);
+  }
   took_ms_ = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 

@@ -244,9 +244,12 @@ TEST_F(SkinCheckTest, PicturesForOtherScales) {
   WritePicture("SetupWnd/150/p.png");
   WriteTheme("SetupWnd/200/q.png", "no picture");
   WritePicture("SetupWnd/q.png");
+  WritePicture("public/125/other.png");
   WriteTheme("SetupWnd/r.svg", "<svg/>");
   EXPECT_EQ(CheckLayout("<VBox bkimage='p.png'>\n<Label bkimage='q.png'/>\n<Label bkimage='r.svg'/></VBox>"),
-            (Texts{"2: warning: bkimage=\"p.png\": no \"p.png\" in the folder 200 beside it",
+            (Texts{"2: warning: bkimage=\"p.png\": no \"p.png\" in the folder 125 beside it",
+                   "2: warning: bkimage=\"p.png\": no \"p.png\" in the folder 200 beside it",
+                   "3: warning: bkimage=\"q.png\": no \"q.png\" in the folder 125 beside it",
                    "3: warning: bkimage=\"q.png\": no \"q.png\" in the folder 150 beside it",
                    std::string("3: bkimage=\"q.png\": ") + kTheme + "SetupWnd/q.png cannot be drawn at 200 percent",
                    std::string("4: bkimage=\"r.svg\": ") + kTheme + "SetupWnd/r.svg cannot be drawn"}));
