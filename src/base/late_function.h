@@ -11,25 +11,26 @@
 
 namespace vanta {
 
-template <class Call>
-class LateFunction {
- public:
-  // `module` is one that every process has loaded (Kernel32.dll, NtDll.dll); it is not loaded here.
-  constexpr LateFunction(const WCHAR* module, const char* name) : module_(module), name_(name) {}
-
-  Call Get() {
-    once_.Run([this] {
-      const HMODULE module = GetModuleHandleW(module_);
-      if (module) call_ = reinterpret_cast<Call>(reinterpret_cast<void*>(GetProcAddress(module, name_)));
-    });
-    return call_;
-  }
+// The part that is the same for all functions.
+class LateAddress {
+ protected:
+  constexpr LateAddress(const WCHAR* module, const char* name) : module_(module), name_(name) {}
+  void* Find();  // null when the module does not have it
 
  private:
   const WCHAR* module_;
   const char* name_;
-  Call call_ = nullptr;
+  void* address_ = nullptr;
   Once once_;
+};
+
+template <class Call>
+class LateFunction : LateAddress {
+ public:
+  // `module` is one that every process has loaded (Kernel32.dll, NtDll.dll); it is not loaded here.
+  constexpr LateFunction(const WCHAR* module, const char* name) : LateAddress(module, name) {}
+
+  Call Get() { return reinterpret_cast<Call>(Find()); }
 };
 
 // The same for an export of a loaded library that is asked once. Null when it is missing.

@@ -40,17 +40,16 @@ class Once {
  public:
   template <class Step>
   void Run(Step&& step) {
-    if (state_.load(std::memory_order_acquire) == kDone) return;
-    LONG expected = kNew;
-    if (state_.compare_exchange_strong(expected, kRunning)) {
-      step();
-      state_.store(kDone, std::memory_order_release);
-      return;
-    }
-    while (state_.load(std::memory_order_acquire) != kDone) SwitchToThread();
+    if (!Begin()) return;
+    step();
+    End();
   }
 
  private:
+  // True for the one caller who is to run the step; the others wait for its end.
+  bool Begin();
+  void End();
+
   static constexpr LONG kNew = 0, kRunning = 1, kDone = 2;
   std::atomic<LONG> state_{kNew};
 };

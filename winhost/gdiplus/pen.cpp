@@ -5,13 +5,17 @@
 
 namespace winhost {
 
-void Pen::Stroke(cairo_t* context) const {
+void Pen::Shape(cairo_t* context) const {
   cairo_matrix_t matrix;
   cairo_get_matrix(context, &matrix);
   const double scale = std::sqrt(std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx));
   cairo_set_line_width(context, std::max(width, scale > 0 ? 1 / scale : 1));
   cairo_set_line_join(context, CAIRO_LINE_JOIN_MITER);
   cairo_set_line_cap(context, CAIRO_LINE_CAP_BUTT);
+}
+
+void Pen::Stroke(cairo_t* context) const {
+  Shape(context);
   brush->Use(context);
   cairo_stroke(context);
 }

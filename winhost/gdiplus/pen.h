@@ -8,7 +8,9 @@ namespace winhost {
 struct Pen final : GraphicsObject {
   static constexpr ObjectKind kKind = ObjectKind::GpPen;
   Pen(std::shared_ptr<Brush> paint, double units) : GraphicsObject(kKind), brush(std::move(paint)), width(units) {}
-  // Strokes the context's path and forgets it. A line is at least a pixel wide.
+  // Sets what strokes in this context will be. A line is at least a pixel wide.
+  void Shape(cairo_t* context) const;
+  // Strokes the context's path and forgets it.
   void Stroke(cairo_t* context) const;
 
   std::shared_ptr<Brush> brush;

@@ -3,6 +3,7 @@
 
 #include "winhost/gdiplus/brush.h"
 #include "winhost/gdiplus/graphics.h"
+#include "winhost/gdiplus/outline_mask.h"
 #include "winhost/gdiplus/path.h"
 #include "winhost/gdiplus/pen.h"
 
@@ -87,19 +88,33 @@ GpStatus DrawArc(GpGraphics* graphics, GpPen* pen, const Box& box, REAL start, R
 
 }  // namespace
 
-GpStatus GdipFillPath(GpGraphics* graphics, GpBrush* brush, GpPath* handle) {
+GpStatus GdipFillPath(GpGraphics* graphics, GpBrush* brush_handle, GpPath* handle) {
   const auto path = GraphicsObjectAs<winhost::Path>(handle);
-  if (!path) return InvalidParameter;
-  return Fill(graphics, brush, [&](cairo_t* context) {
-    cairo_set_fill_rule(context, path->fill == FillModeWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
-    path->AddTo(context);
-  });
+  const auto brush = GraphicsObjectAs<winhost::Brush>(brush_handle);
+  if (!path || !brush) return InvalidParameter;
+  const auto drawing = BeginDrawing(graphics, Grid::Shapes);
+  if (!drawing) return drawing.status;
+  cairo_t* const context = drawing.context.get();
+  brush->Use(context);
+  if (winhost::PaintKeptOutline(context, *path, nullptr)) return Ok;
+  cairo_set_fill_rule(context, path->fill == FillModeWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
+  path->AddTo(context);
+  cairo_fill(context);
+  return Ok;
 }
 
-GpStatus GdipDrawPath(GpGraphics* graphics, GpPen* pen, GpPath* handle) {
+GpStatus GdipDrawPath(GpGraphics* graphics, GpPen* pen_handle, GpPath* handle) {
   const auto path = GraphicsObjectAs<winhost::Path>(handle);
-  if (!path) return InvalidParameter;
-  return Draw(graphics, pen, [&](cairo_t* context) { path->AddTo(context); });
+  const auto pen = GraphicsObjectAs<winhost::Pen>(pen_handle);
+  if (!path || !pen) return InvalidParameter;
+  const auto drawing = BeginDrawing(graphics, Grid::Shapes);
+  if (!drawing) return drawing.status;
+  cairo_t* const context = drawing.context.get();
+  pen->brush->Use(context);
+  if (winhost::PaintKeptOutline(context, *path, pen.get())) return Ok;
+  path->AddTo(context);
+  pen->Stroke(context);
+  return Ok;
 }
 
 GpStatus GdipFillRectangleI(GpGraphics* graphics, GpBrush* brush, INT x, INT y, INT width, INT height) {

@@ -5,7 +5,7 @@
 #include <windows.h>
 
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "base/text.h"
 #include "install/zip/zip_reader.h"
@@ -21,16 +21,20 @@ class ZipIndex {
   void Add(std::string_view stored_name, const ZipPlace& place);
   // Null: no such entry. MoveTo with the result makes reading the entry cheap as well.
   const ZipPlace* Find(StringView name) const;
-  void Clear() { places_.clear(); }
+  void Clear();
 
  private:
-  struct NoCaseHash {
-    size_t operator()(std::string_view name) const;
+  struct Slot {
+    std::string_view name;
+    ZipPlace place;
+    bool taken = false;
   };
-  struct NoCaseEqual {
-    bool operator()(std::string_view a, std::string_view b) const;
-  };
-  std::unordered_map<std::string_view, ZipPlace, NoCaseHash, NoCaseEqual> places_;
+  // Where a name stands, or the free slot where it would. There is one: a quarter of the slots stays free.
+  size_t SlotOf(std::string_view name) const;
+  void MakeRoom(size_t names);  // for so many in all
+
+  std::vector<Slot> slots_;  // none or a power of two; a name stands at its hash or after it, behind others
+  size_t taken_ = 0;
 };
 
 }  // namespace vanta

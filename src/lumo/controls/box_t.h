@@ -9,6 +9,9 @@ namespace lumo {
 template <class T, class I, class Base>
 class BoxT : public ControlT<T, I, Base> {
  public:
+  LUMO_LAYER BoxT() = default;
+  LUMO_LAYER ~BoxT() override = default;
+
   using Base::Add;
   using Base::AddAt;
   using Base::GetCount;

@@ -15,6 +15,9 @@ bool SendClick(ControlBase& button);
 template <class X>
 class ButtonTemplate : public LabelTemplateTemplate<X> {
  public:
+  LUMO_LAYER ButtonTemplate() = default;
+  LUMO_LAYER ~ButtonTemplate() override = default;
+
   IButton* AsButton() override { return this; }
   bool IsFocusable() const override { return this->IsKeyboardEnabled() && this->IsEnabled(); }
   void Activate() override { SendClick(*this); }
@@ -24,6 +27,10 @@ class ButtonTemplate : public LabelTemplateTemplate<X> {
 };
 
 template <class X>
-class ButtonTemplateTemplate : public ButtonTemplate<X> {};
+class ButtonTemplateTemplate : public ButtonTemplate<X> {
+ public:
+  LUMO_LAYER ButtonTemplateTemplate() = default;
+  LUMO_LAYER ~ButtonTemplateTemplate() override = default;
+};
 
 }  // namespace lumo

@@ -6,11 +6,19 @@
 
 namespace lumo {
 
+// What the layer holds (layer.h).
+struct CheckBoxData {
+  Selection selection_;
+};
+
 template <class X>
-class CheckBoxTemplate : public ButtonTemplateTemplate<X> {
+class CheckBoxTemplate : protected CheckBoxData, public ButtonTemplateTemplate<X> {
   using Base = ButtonTemplateTemplate<X>;
 
  public:
+  LUMO_LAYER CheckBoxTemplate() { selection_.SetOwner(*this); }
+  LUMO_LAYER ~CheckBoxTemplate() override = default;
+
   bool IsSelected() const override { return selection_.IsSelected(); }
   void SetSelected(bool selected, bool notify) override {
     if (selected == selection_.IsSelected()) return;
@@ -28,40 +36,28 @@ class CheckBoxTemplate : public ButtonTemplateTemplate<X> {
     return image ? image : selection_.SizingImage();
   }
   void PaintStateColor(IRender* render) override {
-    if (IsSelected()) {
-      this->PaintColorOfState(render, selection_.Colors());
-    } else {
-      Base::PaintStateColor(render);
-    }
+    if (!selection_.PaintColor(render)) Base::PaintStateColor(render);
   }
   void PaintStateImages(IRender* render) override {
-    if (IsSelected()) {
-      this->PaintImagesOfState(render, ControlBase::SelectedBackImages);
-      this->PaintImagesOfState(render, ControlBase::SelectedForeImages);
-    } else {
-      Base::PaintStateImages(render);
-    }
+    if (!selection_.PaintImages(render)) Base::PaintStateImages(render);
   }
   void PaintText(IRender* render) override {
-    if (IsSelected()) {
-      this->text_.PaintSelected(render, selection_.TextColor());
-    } else {
-      Base::PaintText(render);
-    }
+    if (!selection_.PaintText(render, this->text_)) Base::PaintText(render);
   }
   bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (TextOf(name) == kSelectedAttribute.name) {
+    if (IsNamed(kSelectedAttribute, name)) {
       SetSelected(ReadBoolean(TextOf(value)), true);
       return true;
     }
-    return selection_.SetAttribute(TextOf(name), TextOf(value)) || Base::SetAttribute(name, value);
+    return selection_.SetAttribute(name, value) || Base::SetAttribute(name, value);
   }
-
- protected:
-  Selection selection_{*this};
 };
 
 template <class X>
-class CheckBoxTemplateTemplate : public CheckBoxTemplate<X> {};
+class CheckBoxTemplateTemplate : public CheckBoxTemplate<X> {
+ public:
+  LUMO_LAYER CheckBoxTemplateTemplate() = default;
+  LUMO_LAYER ~CheckBoxTemplateTemplate() override = default;
+};
 
 }  // namespace lumo

@@ -240,6 +240,9 @@ class ControlBase : public WeakBase {
  protected:
   friend class BoxBase;
 
+  // For constructors, which have nothing to arrange yet: design pixels.
+  void StartWithHeight(LONG height) { sizes_.height = height; }
+
   ControlLooks& EditLooks();
   // Waits for an arrangement; the containers above learn of it.
   void MarkForArrange();

@@ -4,14 +4,17 @@
 
 #include "lumo/controls/control_base.h"
 #include "lumo/controls/control_interfaces.h"
+#include "lumo/controls/layer.h"
 
 namespace lumo {
 
-// T has a static constexpr ControlClass kClass.
-template <class T, class I, class Base>
-class ControlT : public I, public Base {
+// What does not depend on T: one table of virtual functions for all classes with this face and base.
+template <class I, class Base>
+class FacedControl : public I, public Base {
  public:
-  ControlClass Class() const override { return T::kClass; }
+  LUMO_LAYER FacedControl() = default;
+  LUMO_LAYER ~FacedControl() override = default;
+
   IControl* Interface() override { return this; }
   ControlBase* AsControl() override { return this; }
 
@@ -33,6 +36,16 @@ class ControlT : public I, public Base {
   using Base::SetMouseEnabled;
   using Base::SetToolTipText;
   using Base::SetVisible;
+};
+
+// T has a static constexpr ControlClass kClass.
+template <class T, class I, class Base>
+class ControlT : public FacedControl<I, Base> {
+ public:
+  LUMO_LAYER ControlT() = default;
+  LUMO_LAYER ~ControlT() override = default;
+
+  ControlClass Class() const override { return T::kClass; }
 };
 
 }  // namespace lumo

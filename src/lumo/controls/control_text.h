@@ -5,6 +5,7 @@
 #include "lumo/controls/control_state.h"
 #include "lumo/controls/text_align.h"
 #include "lumo/core/value_kind.h"
+#include "lumo/core/weak.h"
 #include "lumo/render/render.h"
 
 namespace lumo {
@@ -13,13 +14,15 @@ class ControlBase;
 
 class ControlText {
  public:
-  // `owner` is the control that this is a part of.
-  explicit ControlText(ControlBase& owner) : owner_(owner) {}
+  ControlText();
+  ~ControlText();
   ControlText(const ControlText&) = delete;
   ControlText& operator=(const ControlText&) = delete;
+  // The control that this is a part of. Said once, before anything else is asked.
+  void SetOwner(ControlBase& owner) { owner_ = &owner; }
 
   // False when the name is no text attribute.
-  bool SetAttribute(StringView name, StringView value);
+  bool SetAttribute(const WCHAR* name, const WCHAR* value);
   static void ListAttributes(AttributeInfos* infos);
 
   String GetText() const;
@@ -56,7 +59,7 @@ class ControlText {
   int WidthLimit() const;
   bool Fits() const;
 
-  ControlBase& owner_;
+  ControlBase* owner_ = nullptr;
   String text_;
   String textId_;
   String font_;
@@ -68,6 +71,19 @@ class ControlText {
   bool lineLimit_ = false;
   bool gdiText_ = false;
   bool autoToolTip_ = false;
+};
+
+// Around a change of place: at its end an automatic tooltip is shown or hidden, if the control is still there.
+class ToolTipUpdate {
+ public:
+  ToolTipUpdate(ControlText& text, ControlBase& control);
+  ToolTipUpdate(const ToolTipUpdate&) = delete;
+  ToolTipUpdate& operator=(const ToolTipUpdate&) = delete;
+  ~ToolTipUpdate();
+
+ private:
+  ControlText& text_;
+  WeakRef<ControlBase> control_;  // none without an automatic tooltip
 };
 
 }  // namespace lumo

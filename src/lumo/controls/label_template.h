@@ -7,9 +7,17 @@
 
 namespace lumo {
 
+// What the layer holds (layer.h).
+struct LabelData {
+  ControlText text_;
+};
+
 template <class X>
-class LabelTemplate : public X {
+class LabelTemplate : protected LabelData, public X {
  public:
+  LUMO_LAYER LabelTemplate() { text_.SetOwner(*this); }
+  LUMO_LAYER ~LabelTemplate() override = default;
+
   String GetText() const override { return text_.GetText(); }
   void SetText(StringView text) override { text_.SetText(text); }
   void SetTextId(StringView id) override { text_.SetTextId(id); }
@@ -21,20 +29,19 @@ class LabelTemplate : public X {
   // A text that changes its colour is worth a repaint, whatever else does not change.
   bool HasStateVisuals() const override { return X::HasStateVisuals() || text_.Colors().AnySet(); }
   void SetPos(RECT rect) override {
-    if (!text_.HasAutoToolTip()) return X::SetPos(rect);
-    const WeakRef<ControlBase> self(this);
+    const ToolTipUpdate update(text_, *this);
     X::SetPos(rect);
-    if (self) text_.UpdateToolTip();
   }
   bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    return text_.SetAttribute(TextOf(name), TextOf(value)) || X::SetAttribute(name, value);
+    return text_.SetAttribute(name, value) || X::SetAttribute(name, value);
   }
-
- protected:
-  ControlText text_{*this};
 };
 
 template <class X>
-class LabelTemplateTemplate : public LabelTemplate<X> {};
+class LabelTemplateTemplate : public LabelTemplate<X> {
+ public:
+  LUMO_LAYER LabelTemplateTemplate() = default;
+  LUMO_LAYER ~LabelTemplateTemplate() override = default;
+};
 
 }  // namespace lumo

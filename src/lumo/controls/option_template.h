@@ -12,11 +12,19 @@ void ChangeGroup(ControlBase& option, StringView from, StringView to);
 
 inline constexpr AttributeInfo kGroupAttribute = {TEXT("group"), ValueKind::Group};
 
+// What the layer holds (layer.h).
+struct OptionData {
+  String group_;
+};
+
 template <class X>
-class OptionTemplate : public CheckBoxTemplateTemplate<X> {
+class OptionTemplate : protected OptionData, public CheckBoxTemplateTemplate<X> {
   using Base = CheckBoxTemplateTemplate<X>;
 
  public:
+  LUMO_LAYER OptionTemplate() = default;
+  LUMO_LAYER ~OptionTemplate() override = default;
+
   IOption* AsOption() override { return this; }
   const String& GetGroup() const override { return group_; }
   void SetGroup(StringView name) override {
@@ -45,16 +53,17 @@ class OptionTemplate : public CheckBoxTemplateTemplate<X> {
     if (self && init) ChangeGroup(*this, StringView(), group_);
   }
   bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    if (TextOf(name) != kGroupAttribute.name) return Base::SetAttribute(name, value);
+    if (!IsNamed(kGroupAttribute, name)) return Base::SetAttribute(name, value);
     SetGroup(TextOf(value));
     return true;
   }
-
- private:
-  String group_;
 };
 
 template <class X>
-class OptionTemplateTemplate : public OptionTemplate<X> {};
+class OptionTemplateTemplate : public OptionTemplate<X> {
+ public:
+  LUMO_LAYER OptionTemplateTemplate() = default;
+  LUMO_LAYER ~OptionTemplateTemplate() override = default;
+};
 
 }  // namespace lumo

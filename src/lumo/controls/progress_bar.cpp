@@ -25,8 +25,11 @@ static_assert(SortedAndUnique(kAttributes));
 
 }  // namespace
 
-bool ProgressBar::SetAttribute(StringView name, StringView value) {
-  return ApplyAttribute(kAttributes, *this, name, value);
+ProgressBar::ProgressBar() = default;
+ProgressBar::~ProgressBar() = default;
+
+bool ProgressBar::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value));
 }
 
 void ProgressBar::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, infos); }
@@ -34,17 +37,17 @@ void ProgressBar::ListAttributes(AttributeInfos* infos) { ListRows(kAttributes, 
 void ProgressBar::SetHorizontal(bool horizontal) {
   if (horizontal == horizontal_) return;
   horizontal_ = horizontal;
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void ProgressBar::SetMin(int min) {
   range_.min = min;
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void ProgressBar::SetMax(int max) {
   range_.max = max;
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void ProgressBar::SetMaxFrom(double max) {
@@ -53,23 +56,23 @@ void ProgressBar::SetMaxFrom(double max) {
 
 void ProgressBar::SetValue(double value) {
   range_.value = value;
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void ProgressBar::SetImage(StringView text) {
   image_.Assign(text);
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void ProgressBar::SetColor(StringView text) {
   if (color_.text == text) return;
   color_.Assign(text);
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 RECT ProgressBar::SettleFill() {
   range_.Settle();
-  const RECT& position = owner_.Position();
+  const RECT& position = owner_->Position();
   const RECT fill = ProgressFill(range_, ToLong(WideWidth(position)), ToLong(WideHeight(position)), horizontal_);
   return Shift(fill, position.left, position.top);
 }
@@ -77,8 +80,8 @@ RECT ProgressBar::SettleFill() {
 void ProgressBar::Paint(IRender* render) {
   const RECT fill = SettleFill();
   if (IsRectEmpty(&fill)) return;
-  if (!color_.IsEmpty()) owner_.FillWhole(render, color_, fill);
-  if (image_.IsSet()) owner_.PaintImage(render, image_, &fill);
+  if (!color_.IsEmpty()) owner_->FillWhole(render, color_, fill);
+  if (image_.IsSet()) owner_->PaintImage(render, image_, &fill);
 }
 
 }  // namespace lumo

@@ -13,13 +13,15 @@ class IRender;
 
 class ProgressBar {
  public:
-  // `owner` is the control that this is a part of.
-  explicit ProgressBar(ControlBase& owner) : owner_(owner) {}
+  ProgressBar();
+  ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
+  // The control that this is a part of. Said once, before anything else is asked.
+  void SetOwner(ControlBase& owner) { owner_ = &owner; }
 
   // False when the name is no progress attribute.
-  bool SetAttribute(StringView name, StringView value);
+  bool SetAttribute(const WCHAR* name, const WCHAR* value);
   static void ListAttributes(AttributeInfos* infos);
   void SetHorizontal(bool horizontal);
   void SetMin(int min);
@@ -38,7 +40,7 @@ class ProgressBar {
   void ReleaseImage() { image_.Release(); }
 
  private:
-  ControlBase& owner_;
+  ControlBase* owner_ = nullptr;
   bool horizontal_ = true;
   ProgressRange range_;
   ImageAttribute image_;

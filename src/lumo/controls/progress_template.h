@@ -6,15 +6,22 @@
 
 namespace lumo {
 
+// What the layer holds (layer.h).
+struct ProgressData {
+  ProgressBar bar_;
+};
+
 template <class X>
-class ProgressTemplate : public LabelTemplateTemplate<X> {
+class ProgressTemplate : protected ProgressData, public LabelTemplateTemplate<X> {
   using Base = LabelTemplateTemplate<X>;
 
  public:
-  ProgressTemplate() {
+  LUMO_LAYER ProgressTemplate() {
+    bar_.SetOwner(*this);
     this->text_.SetStyle(DT_CENTER | DT_SINGLELINE);
-    this->SetFixedHeight(12);
+    this->StartWithHeight(12);
   }
+  LUMO_LAYER ~ProgressTemplate() override = default;
 
   IProgress* AsProgress() override { return this; }
   ProgressBar* ProgressPart() override { return &bar_; }
@@ -28,14 +35,15 @@ class ProgressTemplate : public LabelTemplateTemplate<X> {
     bar_.ReleaseImage();
   }
   bool SetAttribute(const WCHAR* name, const WCHAR* value) override {
-    return bar_.SetAttribute(TextOf(name), TextOf(value)) || Base::SetAttribute(name, value);
+    return bar_.SetAttribute(name, value) || Base::SetAttribute(name, value);
   }
-
- protected:
-  ProgressBar bar_{*this};
 };
 
 template <class X>
-class ProgressTemplateTemplate : public ProgressTemplate<X> {};
+class ProgressTemplateTemplate : public ProgressTemplate<X> {
+ public:
+  LUMO_LAYER ProgressTemplateTemplate() = default;
+  LUMO_LAYER ~ProgressTemplateTemplate() override = default;
+};
 
 }  // namespace lumo

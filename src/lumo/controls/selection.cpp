@@ -2,6 +2,7 @@
 
 #include "lumo/controls/attribute_table.h"
 #include "lumo/controls/control_looks.h"
+#include "lumo/controls/control_text.h"
 #include "lumo/core/window.h"
 
 namespace lumo {
@@ -43,8 +44,13 @@ static_assert(SortedAndUnique(kAttributes));
 
 }  // namespace
 
-bool Selection::SetAttribute(StringView name, StringView value) {
-  return ApplyAttribute(kAttributes, *this, name, value);
+bool IsNamed(const AttributeInfo& attribute, const WCHAR* name) { return TextOf(name) == attribute.name; }
+
+Selection::Selection() = default;
+Selection::~Selection() = default;
+
+bool Selection::SetAttribute(const WCHAR* name, const WCHAR* value) {
+  return ApplyAttribute(kAttributes, *this, TextOf(name), TextOf(value));
 }
 
 void Selection::ListAttributes(AttributeInfos* infos) {
@@ -54,19 +60,36 @@ void Selection::ListAttributes(AttributeInfos* infos) {
 
 void Selection::SetTextColor(StringView color) {
   textColor_ = color;
-  owner_.Invalidate();
+  owner_->Invalidate();
 }
 
 void Selection::SetColor(int state, StringView text) {
   ColorSpec& color = colors_.At(state);
   if (color.text == text) return;
   color.Assign(text);
-  owner_.Invalidate();
+  owner_->Invalidate();
+}
+
+bool Selection::PaintColor(IRender* render) const {
+  if (selected_) owner_->PaintColorOfState(render, colors_);
+  return selected_;
+}
+
+bool Selection::PaintImages(IRender* render) const {
+  if (!selected_) return false;
+  owner_->PaintImagesOfState(render, kBack);
+  owner_->PaintImagesOfState(render, kFore);
+  return true;
+}
+
+bool Selection::PaintText(IRender* render, const ControlText& text) const {
+  if (selected_) text.PaintSelected(render, textColor_);
+  return selected_;
 }
 
 ImageAttribute* Selection::SizingImage() const {
-  if (!owner_.Looks()) return nullptr;
-  const StateValues<ImageAttribute>& images = owner_.Looks()->stateImages[kBack];
+  if (!owner_->Looks()) return nullptr;
+  const StateValues<ImageAttribute>& images = owner_->Looks()->stateImages[kBack];
   return images.Has(StateNormal) ? images.Find(StateNormal) : nullptr;
 }
 

@@ -8,33 +8,41 @@
 
 namespace lumo {
 
+class ControlText;
+
 // Whether it is selected: the control's own business, since what that does differs.
 inline constexpr AttributeInfo kSelectedAttribute = {TEXT("selected"), ValueKind::Boolean};
 
+bool IsNamed(const AttributeInfo& attribute, const WCHAR* name);
+
 class Selection {
  public:
-  // `owner` is the control that this is a part of.
-  explicit Selection(ControlBase& owner) : owner_(owner) {}
+  Selection();
+  ~Selection();
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
+  // The control that this is a part of. Said once, before anything else is asked.
+  void SetOwner(ControlBase& owner) { owner_ = &owner; }
 
   // False when the name is none of the selected state's looks.
-  bool SetAttribute(StringView name, StringView value);
+  bool SetAttribute(const WCHAR* name, const WCHAR* value);
   static void ListAttributes(AttributeInfos* infos);  // with "selected"
   void SetTextColor(StringView color);
   void SetColor(int state, StringView text);
-  void SetImage(ControlBase::ImageKind kind, int state, StringView text) { owner_.SetStateImage(kind, state, text); }
+  void SetImage(ControlBase::ImageKind kind, int state, StringView text) { owner_->SetStateImage(kind, state, text); }
 
   bool IsSelected() const { return selected_; }
   void Set(bool selected) { selected_ = selected; }
-  const String& TextColor() const { return textColor_; }
-  const StateValues<ColorSpec>& Colors() const { return colors_; }
   bool HasVisuals() const { return colors_.AnySet(); }
+  // What is drawn in place of the normal look; false, and nothing is, while the control is not selected.
+  bool PaintColor(IRender* render) const;
+  bool PaintImages(IRender* render) const;
+  bool PaintText(IRender* render, const ControlText& text) const;
   // The selected normal image, for the size of a control without other pictures; null for none.
   ImageAttribute* SizingImage() const;
 
  private:
-  ControlBase& owner_;
+  ControlBase* owner_ = nullptr;
   bool selected_ = false;
   String textColor_;
   StateValues<ColorSpec> colors_;

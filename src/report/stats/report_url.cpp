@@ -2,8 +2,6 @@
 
 #include "base/format.h"
 
-#include <map>
-
 namespace vanta {
 namespace {
 
@@ -42,11 +40,11 @@ String StatisticsUrl(const String& host, const ReportParameters& parameters, con
 String InstallReportEndpoint(const String& host) { return OnServer(host) + TEXT("/upgrade/install"); }
 
 String InstallReportUrl(const String& endpoint, const ReportParameters& parameters) {
-  const std::map<String, String> query = {{TEXT("appname"), TEXT("lumen")},
-                                          {TEXT("mid"), parameters.m},
-                                          {TEXT("mid2"), parameters.m2},
-                                          {TEXT("systemVersion"), parameters.sysver},
-                                          {TEXT("version"), parameters.version}};
+  const StringView query[][2] = {{TEXT("appname"), TEXT("lumen")},
+                                 {TEXT("mid"), parameters.m},
+                                 {TEXT("mid2"), parameters.m2},
+                                 {TEXT("systemVersion"), parameters.sysver},
+                                 {TEXT("version"), parameters.version}};
   String url = endpoint;
   WCHAR mark = TEXT('?');
   for (const auto& [key, value] : query) {

@@ -197,4 +197,40 @@ TEST_F(ShapesTest, WrongArgumentsAnswerAndNothingIsDrawn) {
   EXPECT_EQ(GdipDeleteBrush(brush), InvalidParameter) << "gone already";
 }
 
+// A full turn leaves everything where it is, but what is turned is worked out anew each time.
+TEST_F(ShapesTest, KeptOutlinesLookLikeThoseWorkedOutAnew) {
+  GpLineGradient* gradient = nullptr;
+  const RectF area(0, 0, 100, 60);
+  GdipCreateLineBrushFromRect(&area, 0xFF2A7DE1, 0x8000BB96, LinearGradientModeHorizontal, WrapModeTile, &gradient);
+  GpSolidFill* solid = nullptr;
+  GdipCreateSolidFill(0xC0204060, &solid);
+  GpPen* pen = nullptr;
+  GdipCreatePen1(0xFF009977, 1.5, UnitPixel, &pen);
+  const auto draw = [&](bool turned, int shift) {
+    canvas_->Fill(0xFFFFFFFF);
+    SetWindowOrgEx(canvas_->dc(), -shift, -shift, nullptr);
+    if (turned) GdipRotateWorldTransform(graphics_, 360, MatrixOrderPrepend);
+    GpPath* const wide = RoundRect(3.5, 4.5, 70, 30, 8);
+    GpPath* const small = RoundRect(20.25, 10, 17, 17, 8.5);
+    EXPECT_EQ(GdipFillPath(graphics_, gradient, wide), Ok);
+    EXPECT_EQ(GdipFillPath(graphics_, solid, small), Ok);
+    EXPECT_EQ(GdipDrawPath(graphics_, pen, wide), Ok);
+    EXPECT_EQ(GdipDrawPath(graphics_, pen, small), Ok);
+    GdipDeletePath(wide);
+    GdipDeletePath(small);
+    GdipResetWorldTransform(graphics_);
+    return std::vector<std::uint32_t>(&At(0, 0), &At(99, 59) + 1);
+  };
+  for (const int shift : {0, 7, -11}) {
+    const auto anew = draw(true, shift), first = draw(false, shift), again = draw(false, shift);
+    EXPECT_EQ(first, again);
+    for (std::size_t i = 0; i < anew.size(); ++i) {
+      EXPECT_NEAR_COLOR(first[i], anew[i], 1) << i % 100 << ", " << i / 100 << " shifted by " << shift;
+    }
+  }
+  GdipDeletePen(pen);
+  GdipDeleteBrush(solid);
+  GdipDeleteBrush(gradient);
+}
+
 }  // namespace

@@ -226,5 +226,23 @@ TEST_F(ZipListingTest, IndexEndsWhereTheDirectoryBecomesUnreadable) {
   EXPECT_FALSE(index.Find(TEXT("c")));
 }
 
+TEST_F(ZipListingTest, IndexHoldsAsManyNamesAsAreAdded) {
+  std::vector<std::string> names;
+  for (int i = 0; i < 5000; ++i) names.push_back("Pages/" + std::to_string(i * 7919));
+  ZipIndex index;
+  EXPECT_FALSE(index.Find(TEXT("pages/0")));
+  for (int round = 0; round < 2; ++round) {
+    for (size_t i = 0; i < names.size(); ++i) index.Add(names[i], {static_cast<LONG>(i), i});
+    for (size_t i = 0; i < names.size(); ++i) {
+      const ZipPlace* const place = index.Find(TEXT("PAGES/") + FromUtf8(names[i]).substr(6));
+      ASSERT_TRUE(place) << names[i];
+      EXPECT_EQ(place->index, static_cast<LONG>(i));
+    }
+    EXPECT_FALSE(index.Find(TEXT("pages/1")));
+    index.Clear();
+    EXPECT_FALSE(index.Find(TEXT("pages/0")));
+  }
+}
+
 }  // namespace
 }  // namespace vanta
