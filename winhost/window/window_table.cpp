@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 
 #include "winhost/machine/text.h"
 #include "winhost/window/live_process.h"
@@ -59,8 +60,11 @@ struct WindowTable::Block {
   std::uint32_t foreground;
   std::uint64_t next_rank;
   std::uint32_t atoms;
+  std::uint32_t touched;  // slots behind this many were never used
   char16_t atom_text[kAtoms][kName];
   Slot slots[kSlots];
+
+  std::span<Slot> Touched() { return {slots, std::min(touched, kSlots)}; }
 };
 
 // One thread of one process at a time; the kernel gives up the file's lock when a process dies with it.
@@ -128,6 +132,7 @@ HWND WindowTable::Add(const WindowInfo& info) {
   constexpr std::uint32_t kGenerations = 1u << 20;
   block_->generation = block_->generation % (kGenerations - 1) + 1;
   const auto index = static_cast<std::uint32_t>(slot - block_->slots);
+  block_->touched = std::max(block_->touched, index + 1);
   *slot = Slot{};
   slot->process = getpid();
   slot->process_start = ProcessStartTicks(getpid());
@@ -162,7 +167,7 @@ std::vector<WindowInfo> WindowTable::List(const std::function<bool(const WindowI
   constexpr std::uint64_t kTopmost = 1ull << 63;
   {
     const Lock lock(*this);
-    for (Slot& slot : block_->slots) {
+    for (Slot& slot : block_->Touched()) {
       if (slot.window == 0) continue;
       WindowInfo info = Read(slot);
       // The question whether its process lives is the dear one, so it comes last.
@@ -222,7 +227,7 @@ bool WindowTable::PutBehind(HWND window, HWND other) {
 
 void WindowTable::Renumber() {
   std::vector<Slot*> order;
-  for (Slot& slot : block_->slots) {
+  for (Slot& slot : block_->Touched()) {
     if (slot.window != 0) order.push_back(&slot);
   }
   std::ranges::stable_sort(order, {}, [](const Slot* slot) { return slot->rank; });

@@ -72,9 +72,10 @@ TEST(MarkupFinderTest, BothWaysOfLookingMarkWhatMatters) {
       const bool value = c && (IsOfClass(c, UnitDouble) || IsOfClass(c, UnitTagOpen));
       const bool letter = c < 0x80 && (BeginsMarkupName(c) || (c >= '0' && c <= '9'));
       for (const UnitMarks& marks : ways) {
-        if (word) ASSERT_TRUE(marks.words >> i & 1) << DWORD{c};
-        if (value) ASSERT_TRUE(marks.values >> i & 1) << DWORD{c};
-        if (letter) ASSERT_FALSE((marks.words | marks.values) >> i & 1) << DWORD{c};
+        const bool word_marked = marks.words >> i & 1, value_marked = marks.values >> i & 1;
+        ASSERT_TRUE(word_marked || !word) << DWORD{c};
+        ASSERT_TRUE(value_marked || !value) << DWORD{c};
+        ASSERT_FALSE((word_marked || value_marked) && letter) << DWORD{c};
       }
     }
   }
