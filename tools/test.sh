@@ -22,5 +22,5 @@ build host-tsan
 # beside a window. What the graphics and network libraries do among themselves is theirs.
 export TSAN_OPTIONS=$TSAN_OPTIONS:ignore_noninstrumented_modules=1
 ctest --test-dir build/host-tsan --output-on-failure -j "$jobs" --no-tests=error -R \
-  '^winhost/(Threads|Messages|Windows|OtherProcess|Processes|Launch|Modules|Registry|FileSharing|FileMoves|ShellWindows|Services|Com|MultimediaTimers|WinInet)|^src/(Logger|SetupDriver|MessageLoop|CrashReporter|Extraction|MakerLibraries|HttpLog|HttpRequest|EasyCurl)|^e2e/window|^storm/'
+  '^winhost/(Threads|Messages|Windows|OtherProcess|Processes|Launch|Modules|Registry|FileSharing|FileMoves|ShellWindows|Services|Com|MultimediaTimers|WinInet|FolderDialog)|^src/(Logger|SetupDriver|MessageLoop|CrashReporter|Extraction|MakerLibraries|HttpLog|HttpRequest|EasyCurl|SetupWindow|MessageWindow)|^e2e/(window|walk)|^storm/'
 tools/fuzz.sh 5
