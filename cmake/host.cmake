@@ -39,7 +39,7 @@ target_include_directories(vanta_inside INTERFACE ${CMAKE_SOURCE_DIR})
 target_link_libraries(vanta_inside INTERFACE setup_core winhost vanta_warnings)
 
 enable_testing()
-foreach(part IN ITEMS winhost/programs src/app tools/vantakit payload tests tests/seam tests/windows tests/fuzz tests/bench)
+foreach(part IN ITEMS winhost/programs src/app tools/vantakit payload tests tests/seam tests/windows tests/pictures tests/fuzz tests/bench)
   if(EXISTS ${CMAKE_SOURCE_DIR}/${part}/CMakeLists.txt)
     add_subdirectory(${part})
   endif()

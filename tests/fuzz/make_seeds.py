@@ -89,6 +89,17 @@ SEEDS = {
         b"resources\\themes\\default\\SetupWnd\\../public//icon/./logo.svg",
         b"../a/b/../../../c", b"/a/..", b"C:/x/..\\y/.",
     ],
+    # The first "<" is the fuzzer's own.
+    "layout_fuzz": [
+        b"Window size='600,400' caption='0,0,0,280' sizebox='4,4,4,4' roundcorner='8,8' shadowattached='1'><VBox>"
+        b"<HBox height='32' padding='1,2,3,4'><Label name='t' width='auto' text='a b'/><Button name='__close' "
+        b"width='32'/></HBox><TabBox name='b' selectedid='1'><VBox name='p'><CheckBox selected='1'/><Option group='g'/>"
+        b"<Option group='g'/></VBox><TileBox><Progress value='5' max='9'/></TileBox></TabBox></VBox></Window>",
+        b"Window><HBox width='auto' height='auto'><Label width='auto' height='auto' maxwidth='80' singleline='0' "
+        b"text='one two three'/><Control float='1' margin='1,2' halign='center' minwidth='3' visible='0'/>"
+        b"<ButtonBox tooltip='x' font='f' theme='t'><Event type='all' receiver='r' applyattribute='a'/>"
+        b"</ButtonBox></HBox></Window>",
+    ],
     "image_attribute_fuzz": [
         b"./bk_bg.png",
         b"file='a.svg' dest='0,0,16,16' source='1,2,3,4' corner='5,5,5,5' fade='128' xtiled='1' ytiled='1' "
