@@ -17,7 +17,7 @@ FOLDER = r"lb_folder.text=C:\Program Files (x86)\VantaPictor"
 SETUP = "SetupWnd.xml"
 MESSAGE = ["okbtn.text=我知道了", "lb_text.text=无权限写文件到安装目录"]
 
-# name, layout, page, states, attributes
+# name, layout, page, states, attributes and, where it matters, further options of the preview
 SCENES = [
     ("install", SETUP, "vb_inst", [], [FOLDER]),
     ("install-agreed", SETUP, "vb_inst", ["cb_agree=selected"], [FOLDER]),
@@ -46,17 +46,28 @@ SCENES = [
      [MESSAGE[0], "lb_text.text=您正在安装的版本比已安装的版本低，不能继续安装，请先卸载已安装的版本"]),
     ("message-success", "MessageWnd.xml", "", [], [MESSAGE[0], "lb_text.text=安装完成", r"ct_icon.bkimage=.\success.svg"]),
     ("update", "UpdateWnd.xml", "", [], []),
+    # What the older systems and a user who changes the scale of an open window get to see.
+    ("install-xp", SETUP, "vb_inst", [], [FOLDER], ["--windows", "xp"]),
+    ("install-vista", SETUP, "vb_inst", [], [FOLDER], ["--windows", "vista"]),
+    ("install-7", SETUP, "vb_inst", [], [FOLDER], ["--windows", "7"]),
+    ("message-xp", "MessageWnd.xml", "", [], MESSAGE, ["--windows", "xp"]),
+    ("install-opened-at-125", SETUP, "vb_inst", ["lb_tips=shown"], [FOLDER, "lb_tips.text=请阅读并同意协议"],
+     ["--opened-at", "125"]),
+    ("installing-opened-at-200", SETUP, "vb_insting", ["__close=disabled"],
+     ["pg_insting.value=42", "lb_insting.text=正在为您安装  42%"], ["--opened-at", "200"]),
+    ("message-opened-at-150", "MessageWnd.xml", "", [], MESSAGE, ["--opened-at", "150"]),
 ]
 
 
 def draw(arguments, scene, scale):
-    name, layout, page, states, values = scene
+    name, layout, page, states, values, *more = scene
     target = arguments.out / str(scale) / f"{name}.png"
     target.parent.mkdir(parents=True, exist_ok=True)
     words = [arguments.vantakit, "preview", layout, "--scale", str(scale), "--out", target]
     words += ["--page", page] if page else []
     words += [word for state in states for word in ("--state", state)]
     words += [word for value in values for word in ("--set", value)]
+    words += more[0] if more else []
     words += ["--skin", arguments.skin] if arguments.skin else []
     done = subprocess.run(words, capture_output=True, text=True)
     if done.returncode:
@@ -66,8 +77,8 @@ def draw(arguments, scene, scale):
 
 def write_page(out):
     rows = []
-    for name, layout, page, states, values in SCENES:
-        told = html.escape(", ".join([layout, page, *states, *values]).replace(", ,", ","))
+    for name, layout, page, states, values, *more in SCENES:
+        told = html.escape(", ".join([layout, page, *states, *values, *(more[0] if more else [])]).replace(", ,", ","))
         pictures = "".join(f'<a href="{s}/{name}.png"><img src="{s}/{name}.png" alt="{name} {s}"></a>' for s in SCALES)
         rows.append(f"<h2 id={name}>{name}</h2><p>{told}</p><div>{pictures}</div>")
     links = " ".join(f'<a href="#{scene[0]}">{scene[0]}</a>' for scene in SCENES)

@@ -21,7 +21,8 @@ namespace {
 constexpr char kHelp[] =
     "Draws a layout of a skin into a PNG, or opens it in a window that follows changes of the skin's files.\n\n"
     "usage: vantakit preview LAYOUT [--skin DIR] [--page NAME] [--state NAME=WORD]… [--set NAME.ATTRIBUTE=VALUE]…\n"
-    "                        [--scale N] (--out FILE | --window [--trace] | --rects)\n\n"
+    "                        [--scale N] [--opened-at N] [--windows VERSION]\n"
+    "                        (--out FILE | --window [--trace] | --rects)\n\n"
     "LAYOUT is SetupWnd.xml, MessageWnd.xml, or a path below the theme folder.\n"
     "WORD is normal, hot, pushed, disabled, selected, unselected, shown, hidden or focused.\n\n";
 constexpr Option kOptions[] = {
@@ -30,18 +31,35 @@ constexpr Option kOptions[] = {
     {"state", Option::Repeatable, "NAME=WORD", "state of a control"},
     {"set", Option::Repeatable, "NAME.ATTRIBUTE=VALUE", "an attribute, as the layout would give it"},
     {"scale", Option::Value, "N", "percent, 100 to 400 (default: 100)"},
+    {"opened-at", Option::Value, "N", "percent at which it is opened before the user chooses --scale"},
+    {"windows", Option::Value, "VERSION", "the Windows that draws it, as in a machine's facts: xp, vista, 7, 10 …"},
     {"out", Option::Value, "FILE", "picture to write"},
     {"rects", Option::Flag, nullptr, "print name, class and rectangle of every control as JSON"},
     {"window", Option::Flag, nullptr, "open it on the X display"},
     {"trace", Option::Flag, nullptr, "with --window: print what happens to it, a JSON object a line"},
 };
 
-int ScaleOf(const Arguments& arguments) {
-  const std::string text = arguments.Get("scale").value_or("100");
-  int scale = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
-  if (error != std::errc() || *end || scale < 100 || scale > 400) throw WrongArguments("--scale is 100 to 400");
-  return scale;
+int PercentOf(const Arguments& arguments, const char* option, const std::string& otherwise) {
+  const std::string text = arguments.Get(option).value_or(otherwise);
+  int percent = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), percent);
+  if (error != std::errc() || *end || percent < 100 || percent > 400) {
+    throw WrongArguments(std::string("--") + option + " is 100 to 400");
+  }
+  return percent;
+}
+
+nlohmann::json FactsOf(const Arguments& arguments, int percent) {
+  nlohmann::json facts = {{"dpi", percent * 96 / 100}};
+  if (const auto windows = arguments.Get("windows")) facts["version"] = *windows;
+  return facts;
+}
+
+void ChangeScale(HWND window, int percent) {
+  ShowWindow(window, SW_SHOWNA);
+  UpdateWindow(window);
+  winhost::screen::ChangeDpi(percent * 96 / 100);
+  Settle();
 }
 
 void Draw(HWND window, const std::filesystem::path& out) {
@@ -71,12 +89,15 @@ int RunPreview(int argc, char** argv) {
   // Without one, windows are drawn in memory, where nobody could ever close them.
   if (live && !winhost::OpenX11Display()) throw Failure("--window needs an X display, which DISPLAY names");
 
-  const PassingMachine machine(nlohmann::json{{"dpi", ScaleOf(arguments) * 96 / 100}});
+  const int scale = PercentOf(arguments, "scale", "100");
+  const int opened_at = PercentOf(arguments, "opened-at", std::to_string(scale));
+  const PassingMachine machine(FactsOf(arguments, opened_at));
   Stage stage(skin);
   Trace trace(arguments.Has("trace"));
   if (live) return RunLive(stage, skin, arguments.rest().front(), dressing, trace);
   const HWND window = stage.Open(arguments.rest().front(), nullptr);
   Dress(*WindowBehind(window), dressing);
+  if (opened_at != scale) ChangeScale(window, scale);
   if (arguments.Has("rects")) {
     std::printf("%s\n", RectsOf(*WindowBehind(window)).dump(1).c_str());
   } else {
