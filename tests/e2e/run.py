@@ -17,6 +17,7 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True  # the source folder stays as it is
 
+import by_hand
 import reports
 import sweep
 import walks
@@ -72,6 +73,8 @@ class Run:
     def step(self, step):
         if "walk" in step:
             walks.walk(self, step)
+        elif "by_hand" in step:
+            by_hand.by_hand(self, step)
         elif step.get("run") == "let go":
             self.machine.let_go()
         elif "run" in step:
